@@ -1,0 +1,40 @@
+# Front door over CMake. Every target installs what is missing, configures, builds and goes.
+
+RELEASE := build/release
+SANITIZED := build/sanitized
+TEST_ENV := LANG=C.UTF-8 QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=1 \
+	LSAN_OPTIONS=suppressions=$(CURDIR)/tests/leaks.supp:print_suppressions=0
+
+.PHONY: run test tour bench setup release sanitized clean
+
+# The demo world and the client connected to it; without a display, the tour.
+run: release
+	scripts/run $(RELEASE)
+
+# The release build (g++) with all tests, and before it the rule and form tests under sanitizers
+# (clang++).
+test: sanitized release
+	$(TEST_ENV) ctest --test-dir $(SANITIZED) --output-on-failure -j 2 -LE journey
+	$(TEST_ENV) ctest --test-dir $(RELEASE) --output-on-failure -j 2
+
+# A scripted session on a virtual display: screenshots and a transcript in build/tour.
+tour: release
+	scripts/tour $(RELEASE)
+
+bench: release
+	$(RELEASE)/bench/benchmarks
+
+release: setup
+	cmake -S . -B $(RELEASE) -G Ninja -DCMAKE_CXX_COMPILER=g++ -DCMAKE_BUILD_TYPE=Release
+	cmake --build $(RELEASE)
+
+sanitized: setup
+	cmake -S . -B $(SANITIZED) -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=Debug \
+		-DQUILLMERE_SANITIZE=ON
+	cmake --build $(SANITIZED)
+
+setup:
+	@scripts/setup
+
+clean:
+	rm -rf build

@@ -1,0 +1,63 @@
+// The macro sets: named bundles of key texts, triggers and aliases.
+//
+// One set is current. Aliases, triggers and the Ctrl and Alt keys are taken from it; the plain keys
+// always from set 0. The editors change the tables in place.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace mw {
+
+struct TriggerEntry {
+    std::string Trigger; // text looked for in each output line
+    std::string React;   // text sent when it is found
+
+    bool operator==(const TriggerEntry&) const = default;
+};
+
+struct AliasEntry {
+    std::string Alias;   // text that a typed line begins with
+    std::string Replace; // text put in its place
+    bool IsEnabled = false;
+
+    bool operator==(const AliasEntry&) const = default;
+};
+
+// Texts by key code 0 to 255. Only those that are not empty are held: a set has 1,024 keys and
+// seldom a dozen texts.
+using KeyTable = std::map<std::uint8_t, std::string>;
+
+// The text of a key, empty when it has none. Raises Subscript out of range unless 0 <= code <= 255.
+const std::string& KeyText(const KeyTable& table, std::int16_t code);
+
+// Gives a key its text; an empty one clears it. Raises as KeyText does.
+void SetKeyText(KeyTable& table, std::int16_t code, const std::string& text);
+
+struct MacroSet {
+    std::string Name;
+    KeyTable ShiftKey; // kept in the files, never played
+    KeyTable AltKey;
+    KeyTable CtrlKey;
+    KeyTable NormKey;
+    std::vector<TriggerEntry> Triggers = std::vector<TriggerEntry>(1); // never without an entry 0
+    std::vector<AliasEntry> Aliases = std::vector<AliasEntry>(1);      // never without an entry 0
+
+    bool operator==(const MacroSet&) const = default;
+};
+
+// One empty set of that name.
+std::vector<MacroSet> OneMacroSet(const std::string& name);
+
+inline std::vector<MacroSet> MacroSets = OneMacroSet("Default");
+inline std::int16_t CurrentMacroSet = 0;
+
+// The set at CurrentMacroSet. Raises Subscript out of range when there is none.
+MacroSet& CurrentSet();
+
+// Back to the one empty set "Default". Used by tests.
+void ResetMacros();
+
+} // namespace mw

@@ -1,0 +1,152 @@
+#include "automation/frmInput.h"
+
+#include "automation/CommandBox.h"
+#include "automation/CommandLine.h"
+#include "automation/MacroKeys.h"
+#include "ui/InputControls.h"
+#include "ui/qt/EventBoundary.h"
+#include "ui/qt/KeyCodes.h"
+#include "ui/qt/Text.h"
+
+#include <QFontDatabase>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPointer>
+#include <QValidator>
+
+namespace mw {
+namespace {
+
+constexpr int kLongestLine = 32767;
+
+QPointer<QComboBox> Box; // the one command line
+
+// Pasted line breaks become blanks: the box holds one line.
+class OneLine : public QValidator {
+public:
+    using QValidator::QValidator;
+
+    State validate(QString& text, int&) const override {
+        text.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+        for (const QChar lineBreak : {QChar('\r'), QChar('\n'), QChar(0x2028), QChar(0x2029)})
+            text.replace(lineBreak, QChar(' '));
+        return Acceptable;
+    }
+};
+
+} // namespace
+
+frmInput::frmInput(QWidget* parent) : QWidget(parent), cboInput(new QComboBox(this)) {
+    cboInput->setObjectName("cboInput");
+    cboInput->setEditable(true);
+    cboInput->setInsertPolicy(QComboBox::NoInsert);
+    cboInput->setCompleter(nullptr);
+    cboInput->setMaxVisibleItems(static_cast<int>(kLongestHistory));
+    cboInput->setAccessibleName(tr("Command line"));
+    cboInput->lineEdit()->setMaxLength(kLongestLine);
+    cboInput->lineEdit()->setValidator(new OneLine(this));
+    cboInput->lineEdit()->setPlaceholderText(tr("Type a command and press Enter"));
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPointSize(11);
+    cboInput->setFont(font);
+    cboInput->installEventFilter(this);
+    Box = cboInput;
+
+    auto* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->addWidget(cboInput);
+    setFocusProxy(cboInput);
+
+    connect(cboInput->lineEdit(), &QLineEdit::textEdited, this, [] { cboInput_Change(); });
+    connect(cboInput, &QComboBox::activated, this,
+            [](int index) { SelectHistory(static_cast<std::int16_t>(index)); });
+}
+
+frmInput::~frmInput() = default;
+
+// The box has the focus itself, so the keys come to it and not to its edit field. Taking the
+// shortcut override brings every key here before a menu can have it.
+bool frmInput::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::ShortcutOverride: {
+        auto* const key = static_cast<QKeyEvent*>(event);
+        const bool menuKey = key->modifiers() == Qt::AltModifier;
+        bool macro = false;
+        RunHandler("cboInput_KeyDown", [&] { macro = HasMacro(KeyCodeOf(*key)); });
+        if (!menuKey || macro)
+            event->accept();
+        return false;
+    }
+    case QEvent::KeyPress:
+        return KeyDown(static_cast<QKeyEvent*>(event)) || KeyPress(static_cast<QKeyEvent*>(event));
+    case QEvent::KeyRelease: {
+        const auto* const key = static_cast<QKeyEvent*>(event);
+        if (!key->isAutoRepeat())
+            RunHandler("cboInput_KeyUp", [key] { cboInput_KeyUp(KeyCodeOf(*key)); });
+        return false;
+    }
+    case QEvent::Wheel: // would page through the history behind the module's back
+        return true;
+    default:
+        return QWidget::eventFilter(watched, event);
+    }
+}
+
+// Returns true when the box is not to see the key.
+bool frmInput::KeyDown(QKeyEvent* event) {
+    const std::int16_t keyCode = KeyCodeOf(*event);
+    RunHandler("cboInput_KeyDown", [keyCode] { cboInput_KeyDown(keyCode); });
+    switch (keyCode) {
+    case kEnterKey:
+        return true;
+    case 33: // Page Up
+    case 34: // Page Down
+        emit pageKey(event);
+        return true;
+    case 38: // Up
+        RecallOlder();
+        return true;
+    case 40: // Down
+        if (event->modifiers().testFlag(Qt::AltModifier))
+            return false; // drops the list down
+        RecallNewer();
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool frmInput::KeyPress(QKeyEvent* event) {
+    std::int16_t character = CharacterOf(*event);
+    if (character == 0)
+        return false;
+    RunHandler("cboInput_KeyPress", [&character] { cboInput_KeyPress(character); });
+    return character == 0;
+}
+
+namespace cboInput {
+
+std::string Text() { return FromQString(Box->currentText()); }
+
+void SetText(std::string_view text) {
+    Box->setCurrentIndex(HistoryIndex);
+    Box->setEditText(ToQString(text));
+}
+
+std::size_t TextLength() { return static_cast<std::size_t>(Box->lineEdit()->text().size()); }
+
+void Select(std::size_t start, std::size_t length) {
+    if (length == 0)
+        Box->lineEdit()->setCursorPosition(static_cast<int>(start));
+    else
+        Box->lineEdit()->setSelection(static_cast<int>(start), static_cast<int>(length));
+}
+
+void SetFocus() { Box->setFocus(); }
+
+void AddItem(std::string_view text) { Box->addItem(ToQString(text)); }
+
+void RemoveFirstItem() { Box->removeItem(0); }
+
+} // namespace cboInput
+} // namespace mw

@@ -1,0 +1,194 @@
+#include "Life.h"
+
+#include "World.h"
+
+#include <algorithm>
+#include <string>
+
+namespace world {
+namespace {
+
+constexpr int kPlayerAim = 65; // blows out of a hundred that land
+constexpr int kPlayerBlow = 4; // the most that one takes
+
+struct BlowWords {
+    int atLeast; // taken by the blow
+    std::string_view you;
+    std::string_view they;
+    std::string_view creature;
+};
+
+constexpr BlowWords kBlows[] = {
+    {4, "You land a fearful blow on ", " lands a fearful blow on ", " sinks its teeth into "},
+    {2, "You hit ", " hits ", " bites "},
+    {1, "You graze ", " grazes ", " nips "},
+    {0, "You swing at thin air beside ", " misses ", " snaps and misses "},
+};
+
+const BlowWords& WordsFor(int taken) {
+    return *std::ranges::find_if(kBlows,
+                                 [taken](const BlowWords& row) { return taken >= row.atLeast; });
+}
+
+int Blow(World& world, int aim, int most) {
+    return world.roll(100) < aim ? 1 + world.roll(most) : 0;
+}
+
+// Names begin in small letters; at the front of a sentence they do not.
+std::string Begin(std::string_view name) {
+    std::string text(name);
+    text[0] = static_cast<char>(text[0] - 'a' + 'A');
+    return text;
+}
+
+std::string_view LastWord(std::string_view text) {
+    return text.substr(text.rfind(' ') + 1); // without a blank this is the whole
+}
+
+Creature* FindCreature(World& world, int room, std::string_view noun) {
+    for (Creature& creature : world.creatures) {
+        const bool isHere = creature.life > 0 && creature.kind->room == room;
+        if (isHere && LastWord(creature.kind->name) == noun)
+            return &creature;
+    }
+    return nullptr;
+}
+
+void Defeat(World& world, Player& winner, Creature& creature) {
+    const std::string name(creature.kind->name);
+    creature.beatsAway = BeatsUntilBack;
+    ++winner.kills;
+    Tell(winner, NoticeColour, "You have beaten " + name + "! It drags itself off into the dark.");
+    TellRoom(world, winner.room, winner.id, PeopleColour,
+             winner.name + " has beaten " + name + '!');
+    for (auto& [id, player] : world.players) {
+        if (player.foe == &creature)
+            player.foe = nullptr;
+    }
+}
+
+void Strike(World& world, Player& player, Creature& creature) {
+    const int taken = std::min(Blow(world, kPlayerAim, kPlayerBlow), creature.life);
+    const std::string name(creature.kind->name);
+    const BlowWords& words = WordsFor(taken);
+    creature.life -= taken;
+    Tell(player, NoticeColour, std::string(words.you) + name + '.');
+    TellRoom(world, player.room, player.id, PeopleColour,
+             player.name + std::string(words.they) + name + '.');
+    if (creature.life == 0)
+        Defeat(world, player, creature);
+}
+
+void Faint(World& world, Player& player) {
+    player.foe = nullptr;
+    Tell(player, HungerColour, "Your knees fold, and the world goes out like a candle.");
+    TellRoom(world, player.room, player.id, PeopleColour, player.name + " faints!");
+    player.room = StartRoom;
+    player.life = MaxLife / 2;
+    TellRoom(world, player.room, player.id, PeopleColour,
+             player.name + " is carried in and laid on the grass.");
+    Tell(player, ProseColour, "You wake on grass. A goose is standing on you.");
+    LookAround(world, player);
+}
+
+void Suffer(World& world, Player& player, const Creature& creature) {
+    const int taken = std::min(Blow(world, creature.kind->aim, creature.kind->bite), player.life);
+    const std::string deed = Begin(creature.kind->name) + std::string(WordsFor(taken).creature);
+    player.life -= taken;
+    Tell(player, CreatureColour, deed + "you.");
+    TellRoom(world, player.room, player.id, CreatureColour, deed + player.name + '.');
+    if (player.life == 0)
+        Faint(world, player);
+    else if (taken > 0 && player.life <= WeakLife)
+        Tell(player, HungerColour, "You feel weak.");
+}
+
+bool IsFoughtBySomeone(const World& world, const Creature& creature) {
+    return std::ranges::any_of(world.players,
+                               [&](const auto& entry) { return entry.second.foe == &creature; });
+}
+
+void LetHunger(Player& player) {
+    ++player.beatsSinceMeal;
+    if (!IsHungry(player)) {
+        if (!player.foe)
+            player.life = std::min(player.life + 1, MaxLife);
+    } else if ((player.beatsSinceMeal - BeatsUntilHungry) % BeatsBetweenPangs == 0) {
+        Tell(player, HungerColour, "You are hungry.");
+    }
+}
+
+void LetReturn(World& world, Creature& creature) {
+    if (creature.life > 0) {
+        if (!IsFoughtBySomeone(world, creature))
+            creature.life = creature.kind->life;
+        return;
+    }
+    if (--creature.beatsAway > 0)
+        return;
+    creature.life = creature.kind->life;
+    TellRoom(world, creature.kind->room, 0, CreatureColour,
+             Begin(creature.kind->name) + " is back, and bears a grudge.");
+}
+
+} // namespace
+
+void Attack(World& world, Player& player, std::string_view target) {
+    if (player.foe) {
+        Tell(player, ProseColour, "You are fighting as hard as you can.");
+        return;
+    }
+    player.foe = FindCreature(world, player.room, Lower(LastWord(target)));
+    if (!player.foe) {
+        Tell(player, ProseColour, "There is nothing like that to fight here.");
+        return;
+    }
+    const std::string name(player.foe->kind->name);
+    Tell(player, NoticeColour, "You go for " + name + '!');
+    TellRoom(world, player.room, player.id, PeopleColour, player.name + " goes for " + name + '!');
+}
+
+void EatBread(World& world, Player& player) {
+    if (player.loaves == 0) {
+        Tell(player, ProseColour, "You have no bread. The bakehouse does.");
+        return;
+    }
+    --player.loaves;
+    player.beatsSinceMeal = 0;
+    player.life = std::min(player.life + LifeOfALoaf, MaxLife);
+    Tell(player, HungerColour, "You eat a loaf to the last crumb. The day looks better.");
+    TellRoom(world, player.room, player.id, PeopleColour, player.name + " eats a loaf of bread.");
+}
+
+bool IsHungry(const Player& player) { return player.beatsSinceMeal >= BeatsUntilHungry; }
+
+bool AnyoneFights(const World& world) {
+    return std::ranges::any_of(world.players, [](const auto& entry) { return entry.second.foe; });
+}
+
+bool AnyonePlays(const World& world) {
+    return std::ranges::any_of(
+        world.players, [](const auto& entry) { return entry.second.stage == Stage::Playing; });
+}
+
+void Round(World& world) {
+    for (auto& [id, player] : world.players) {
+        Creature* creature = player.foe;
+        if (!creature)
+            continue;
+        Strike(world, player, *creature);
+        if (player.foe)
+            Suffer(world, player, *creature);
+    }
+}
+
+void Beat(World& world) {
+    for (auto& [id, player] : world.players) {
+        if (player.stage == Stage::Playing)
+            LetHunger(player);
+    }
+    for (Creature& creature : world.creatures)
+        LetReturn(world, creature);
+}
+
+} // namespace world

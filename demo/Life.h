@@ -1,0 +1,39 @@
+// What time does to those who live in the world: rounds of fights, hunger, healing, rats that
+// return.
+//
+// The server calls Round while someone fights and Beat while someone plays; neither looks at a
+// clock.
+#pragma once
+
+#include <string_view>
+
+namespace world {
+
+struct Player;
+struct World;
+
+inline constexpr int BeatsUntilHungry = 4;
+inline constexpr int BeatsBetweenPangs = 2; // from one "You are hungry." to the next
+inline constexpr int BeatsUntilBack = 2;    // that a beaten creature stays away
+inline constexpr int WeakLife = 6;          // at or below it a player feels weak
+inline constexpr int LifeOfALoaf = 5;
+
+// Sets the player on a creature of the room whose name ends in the last word of target.
+void Attack(World& world, Player& player, std::string_view target);
+
+// Eats one loaf: stills the hunger and heals a little. Says so when there is none.
+void EatBread(World& world, Player& player);
+
+bool IsHungry(const Player& player);
+
+bool AnyoneFights(const World& world);
+bool AnyonePlays(const World& world);
+
+// One exchange of blows for everyone who fights. Who runs out of life faints and wakes at the
+// start.
+void Round(World& world);
+
+// One slow step: hunger grows, those who are fed and at peace heal, creatures come back.
+void Beat(World& world);
+
+} // namespace world

@@ -1,0 +1,25 @@
+// The gate: a name, then its password.
+//
+// A password lives in memory for one run of the program; the first use of a name sets it. Whoever
+// gives the right one for a name already in the world takes that player's place.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace world {
+
+struct Player;
+struct World;
+
+inline constexpr std::size_t MaxNames = 200; // remembered in one run
+inline constexpr int MaxWrongTries = 3;
+
+// The first words to a new connection.
+void Greet(Player& player);
+
+// One line of a player who is not in the world yet: the name or the password, by Player::stage.
+// Three wrong passwords make the player Gone.
+void HandleLogin(World& world, Player& player, std::string_view line);
+
+} // namespace world

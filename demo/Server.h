@@ -1,0 +1,87 @@
+// The sockets of the world: who is connected, what came in, and one write a turn for each player.
+//
+// Socket events only note what happened. Turn, once per turn of the event loop, reads, lets the
+// world act and sends, so nothing that an event does can pull a player away from under a loop.
+#pragma once
+
+#include "Telnet.h"
+#include "World.h"
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <string>
+
+#include <QTcpServer>
+#include <QTimer>
+
+class QTcpSocket;
+
+namespace world {
+
+inline constexpr std::size_t MaxClients = 64;
+inline constexpr std::int64_t MaxQueue = 256 * 1024; // unsent bytes of one client
+inline constexpr std::int64_t MaxRead = 1024;        // bytes taken from one client a turn
+inline constexpr int MaxLinesATurn = 8; // so that one who floods leaves room for others
+
+// The last port the client can store: its ports are signed 16-bit numbers.
+inline constexpr int LastPort = 32767;
+
+struct Settings {
+    int port = 1234; // 0: any free one up to LastPort
+    std::chrono::milliseconds round{1500};
+    std::chrono::milliseconds beat{30000};
+    std::function<int(int)> roll; // chance; a number from 0 up to below its argument
+};
+
+class Server {
+public:
+    explicit Server(const Settings& chosen);
+
+    // Begins to listen on 127.0.0.1. False, with nothing begun, when the port is taken.
+    bool Listen();
+
+    int Port() const;
+
+    // The timers run only while they can change something.
+    bool FightTimerRuns() const;
+    bool BeatTimerRuns() const;
+
+    // Says good-bye to everyone and hands what is unsent to the system, without waiting.
+    void Close();
+
+private:
+    struct Connection {
+        QTcpSocket* socket = nullptr;
+        Telnet telnet;
+        std::deque<std::string> lines; // received, not yet carried out
+        std::string negotiation;       // to send
+        bool isLost = false;           // the other end is gone
+        bool isLeaving = false;        // its good-bye is sent
+    };
+
+    bool ListenSomewhere();
+    void Accept();
+    void Refuse(QTcpSocket* socket);
+    void Welcome(QTcpSocket* socket);
+    void Turn();
+    bool Serve(int id, Connection& connection);
+    void Receive(Player& player, Connection& connection);
+    void RemoveLost();
+    void Send(int id, Connection& connection);
+    void SetTimers();
+
+    Settings settings;
+    World world;
+    std::map<int, Connection> connections; // the ids are those of World::players
+    int lastId = 0;
+    QTcpServer listener;
+    QTimer turnTimer;
+    QTimer fightTimer;
+    QTimer beatTimer;
+};
+
+} // namespace world

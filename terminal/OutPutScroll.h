@@ -1,0 +1,32 @@
+// The hook on the output box's window messages.
+//
+// While it is installed every message of the box passes through OutputWindowMessage, which hands
+// all of them on. The token of the previous handling is kept in the per-user store as decimal text
+// as well, as a sign for a person who looks there; what is read back is never trusted.
+#pragma once
+
+#include <cstdint>
+
+namespace mw {
+
+// The messages that are looked at, by the platform's numbers.
+enum OutputMessage : std::int32_t {
+    WindowDestroyed = 2,
+    ReplaceSelection = 194,
+    VerticalScroll = 277,
+    ParentNotify = 528,
+    SetCharacterFormat = 1092,
+};
+
+inline std::int32_t PreviousProcedure = 0; // token of the previous handling, 0 while not installed
+
+void InstallOutputHook();
+
+// Puts the previous handling back. Does nothing while no hook is installed.
+void RemoveOutputHook();
+
+// A message of the output box. Handed on in every case; the end of the window also removes the
+// hook.
+void OutputWindowMessage(std::int32_t message);
+
+} // namespace mw

@@ -1,0 +1,340 @@
+#include "terminal/frmOutput.h"
+
+#include "automation/CommandLine.h"
+#include "base/Error.h"
+#include "base/Numbers.h"
+#include "net/Connection.h"
+#include "terminal/OutPutScroll.h"
+#include "terminal/Output.h"
+#include "ui/OutputControls.h"
+#include "ui/Socket.h"
+#include "ui/qt/EventBoundary.h"
+#include "ui/qt/GameSocket.h"
+#include "ui/qt/KeyCodes.h"
+#include "ui/qt/OutputView.h"
+#include "ui/qt/Text.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+
+namespace mw {
+namespace {
+
+constexpr const char* kBaseFontName = "Courier";
+constexpr int kBaseFontSize = 10;
+constexpr int kLargestFontSize = 200;
+constexpr std::int32_t kHookToken = 1; // there is one way the box handled its messages before
+
+QPointer<frmOutput> Form; // null while the window is closed
+
+QFont MonospacedFont(const QString& family, int size) {
+    QFont font(family, size);
+    font.setStyleHint(QFont::Monospace);
+    font.setFixedPitch(true);
+    return font;
+}
+
+int PointSize(const std::string& text) {
+    if (!IsNumeric(text))
+        return kBaseFontSize;
+    try {
+        const int size = ToInt16(text);
+        return size >= 1 && size <= kLargestFontSize ? size : kBaseFontSize;
+    } catch (const Error&) {
+        return kBaseFontSize;
+    }
+}
+
+// Control bytes have a look of their own: NUL, which telnet uses as padding, takes no room, TAB is
+// a tab stop, and all others are a small dot.
+QString Visible(std::string_view bytes) {
+    QString text = ToQString(bytes);
+    for (QChar& c : text) {
+        const char16_t code = c.unicode();
+        if (code == 0)
+            c = QChar(0x200B);
+        else if ((code < 32 && code != '\n' && code != '\t') || (code >= 127 && code <= 159))
+            c = QChar(0x00B7);
+    }
+    return text;
+}
+
+QTextCharFormat FormatOf(std::int32_t colour, const std::string& fontName,
+                         const std::string& fontSize) {
+    QTextCharFormat format;
+    format.setFont(MonospacedFont(ToQString(fontName), PointSize(fontSize)));
+    format.setForeground(QColor(colour & 255, (colour >> 8) & 255, (colour >> 16) & 255));
+    return format;
+}
+
+} // namespace
+
+frmOutput::frmOutput(QWidget* parent)
+    : QWidget(parent), rtfOutPut(nullptr), rtfScroll(nullptr),
+      vslRTF(new QScrollBar(Qt::Vertical, this)), wskTCP(new GameSocket(this)),
+      Boxes(new QSplitter(Qt::Vertical, this)) {
+    Form = this;
+    setObjectName("frmOutput");
+    setAttribute(Qt::WA_DeleteOnClose);
+    rtfScroll = MakeBox("rtfScroll", tr("Earlier game output"));
+    rtfOutPut = MakeBox("rtfOutPut", tr("Game output"));
+    rtfScroll->hide();
+    Boxes->setStretchFactor(0, 2);
+    Boxes->setStretchFactor(1, 1);
+    Boxes->setChildrenCollapsible(false);
+    vslRTF->setObjectName("vslRTF");
+    vslRTF->setRange(0, 0);
+    vslRTF->setFocusPolicy(Qt::NoFocus);
+    vslRTF->setAccessibleName(tr("Scroll back"));
+
+    auto* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(Boxes);
+    layout->addWidget(vslRTF);
+    setFocusProxy(rtfOutPut);
+
+    connect(vslRTF, &QScrollBar::valueChanged, this, &frmOutput::ScrollBarMoved);
+    connect(rtfOutPut, &OutputView::applied, this, [this] {
+        if (Hooked)
+            RunHandler("OutputWindowMessage", [] { OutputWindowMessage(ReplaceSelection); });
+    });
+    WireSocket();
+    WireTimers();
+    InstallOutputHook();
+}
+
+frmOutput::~frmOutput() {
+    if (Hooked)
+        OutputWindowMessage(WindowDestroyed);
+    // The port's functions find no window from here on, also those that a child's end may call.
+    Form = nullptr;
+}
+
+OutputView* frmOutput::MakeBox(const char* name, const QString& accessibleName) {
+    auto* const box = new OutputView(Boxes);
+    box->setObjectName(name);
+    box->setAccessibleName(accessibleName);
+    box->setFont(MonospacedFont(kBaseFontName, kBaseFontSize));
+    box->setTabStopDistance(8 * QFontMetricsF(box->font()).horizontalAdvance(' '));
+    QPalette palette = box->palette();
+    palette.setColor(QPalette::Base, Qt::black);
+    palette.setColor(QPalette::Text, Qt::white);
+    palette.setColor(QPalette::Highlight, QColor(38, 79, 120));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    box->setPalette(palette);
+    box->installEventFilter(this);
+    box->viewport()->installEventFilter(this);
+    Boxes->addWidget(box);
+    return box;
+}
+
+void frmOutput::WireSocket() {
+    connect(wskTCP, &GameSocket::connected, this,
+            [] { RunHandler("wskTCP_Connect", wskTCP_Connect); });
+    connect(wskTCP, &GameSocket::dataArrival, this,
+            [] { RunHandler("wskTCP_DataArrival", wskTCP_DataArrival); });
+    connect(wskTCP, &GameSocket::closed, this, [] { RunHandler("wskTCP_Close", wskTCP_Close); });
+    connect(wskTCP, &GameSocket::error, this, [](int number, const QString& description) {
+        RunHandler("wskTCP_Error", [&] { wskTCP_Error(number, FromQString(description)); });
+    });
+}
+
+void frmOutput::WireTimers() {
+    connect(&tmrConnect, &QTimer::timeout, this,
+            [] { RunHandler("tmrConnect_Timer", tmrConnect_Timer); });
+    connect(&tmrLog, &QTimer::timeout, this, [] { RunHandler("tmrLog_Timer", tmrLog_Timer); });
+}
+
+void frmOutput::ShowScrollBack() {
+    rtfScroll->CopyFrom(*rtfOutPut);
+    rtfScroll->show();
+    Boxes->setSizes({2 * Boxes->height() / 3, Boxes->height() / 3});
+}
+
+void frmOutput::HideScrollBack() {
+    if (rtfScroll->hasFocus())
+        rtfOutPut->setFocus();
+    rtfScroll->hide();
+    rtfScroll->clear();
+}
+
+// The copy's position follows the bar in proportion.
+void frmOutput::ScrollBarMoved() {
+    RunHandler("vslRTF_Change", vslRTF_Change);
+    QScrollBar* const inner = rtfScroll->verticalScrollBar();
+    if (vslRTF->maximum() > 0)
+        inner->setValue(
+            static_cast<int>(qint64{inner->maximum()} * vslRTF->value() / vslRTF->maximum()));
+}
+
+bool frmOutput::ScrollKey(const QKeyEvent& event) {
+    switch (event.key()) {
+    case Qt::Key_PageUp:
+        vslRTF->setValue(vslRTF->value() - vslRTF->pageStep());
+        return true;
+    case Qt::Key_PageDown:
+        vslRTF->setValue(vslRTF->value() + vslRTF->pageStep());
+        return true;
+    case Qt::Key_End:
+        vslRTF->setValue(vslRTF->maximum());
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool frmOutput::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::ShortcutOverride:
+        if (static_cast<QKeyEvent*>(event)->modifiers() != Qt::AltModifier)
+            event->accept();
+        return false;
+    case QEvent::KeyPress:
+        return KeyDown(static_cast<QKeyEvent*>(event));
+    case QEvent::KeyRelease: {
+        const auto* const key = static_cast<QKeyEvent*>(event);
+        if (!key->isAutoRepeat())
+            RunHandler("frmOutput_KeyUp", [key] { frmOutput_KeyUp(KeyCodeOf(*key)); });
+        return false;
+    }
+    case QEvent::Wheel: {
+        constexpr int kNotch = 120;
+        constexpr int kStepsANotch = 3;
+        const int steps = static_cast<QWheelEvent*>(event)->angleDelta().y() * kStepsANotch;
+        vslRTF->setValue(vslRTF->value() - steps * vslRTF->singleStep() / kNotch);
+        return true;
+    }
+    default:
+        return QWidget::eventFilter(watched, event);
+    }
+}
+
+bool frmOutput::KeyDown(QKeyEvent* event) {
+    RunHandler("frmOutput_KeyDown", [event] { frmOutput_KeyDown(KeyCodeOf(*event)); });
+    std::int16_t character = CharacterOf(*event);
+    RunHandler("frmOutput_KeyPress", [&character] { frmOutput_KeyPress(character); });
+    return ScrollKey(*event);
+}
+
+void frmOutput::closeEvent(QCloseEvent* event) {
+    RunHandler("frmOutput_Unload", frmOutput_Unload);
+    event->accept();
+}
+
+void StartTimer(Timer timer, int intervalMs) {
+    if (Form)
+        (timer == Timer::Connect ? Form->tmrConnect : Form->tmrLog).start(intervalMs);
+}
+
+void StopTimer(Timer timer) {
+    if (Form)
+        (timer == Timer::Connect ? Form->tmrConnect : Form->tmrLog).stop();
+}
+
+namespace wskTCP {
+
+void Connect(const std::string& host, std::int16_t port) {
+    if (Form)
+        Form->wskTCP->Connect(host, port);
+}
+
+void Close() {
+    if (Form)
+        Form->wskTCP->Close();
+}
+
+void SendData(std::string_view bytes) {
+    if (Form)
+        Form->wskTCP->Send(bytes);
+}
+
+std::string GetData() { return Form ? Form->wskTCP->GetData() : std::string(); }
+
+std::int16_t State() { return Form ? Form->wskTCP->State() : std::int16_t{SocketClosed}; }
+
+} // namespace wskTCP
+
+namespace rtfOutPut {
+
+std::size_t TextLength() { return Form ? Form->rtfOutPut->Length() : 0; }
+
+void Append(std::string_view text, std::int32_t colour, const std::string& fontName,
+            const std::string& fontSize) {
+    if (Form)
+        Form->rtfOutPut->Append(Visible(text), FormatOf(colour, fontName, fontSize));
+}
+
+void RemoveFirst(std::size_t count) {
+    if (Form)
+        Form->rtfOutPut->RemoveFirst(count);
+}
+
+void MoveCaretToEnd() {
+    if (Form)
+        Form->rtfOutPut->ScrollToEnd();
+}
+
+void SetRedraw(bool on) {
+    if (Form)
+        Form->rtfOutPut->setUpdatesEnabled(on);
+}
+
+void Refresh() {
+    if (Form)
+        Form->rtfOutPut->viewport()->update();
+}
+
+std::int32_t Hook() {
+    Form->Hooked = true;
+    return kHookToken;
+}
+
+void Unhook(std::int32_t) { Form->Hooked = false; }
+
+// Qt's boxes see their events after the hook by themselves.
+void CallPrevious(std::int32_t, std::int32_t) {}
+
+} // namespace rtfOutPut
+
+namespace rtfScroll {
+
+void ShowCopyOfOutput() {
+    if (Form)
+        Form->ShowScrollBack();
+}
+
+void Hide() {
+    if (Form)
+        Form->HideScrollBack();
+}
+
+} // namespace rtfScroll
+
+namespace vslRTF {
+
+std::int16_t Max() { return Form ? static_cast<std::int16_t>(Form->vslRTF->maximum()) : 0; }
+
+std::int16_t Value() { return Form ? static_cast<std::int16_t>(Form->vslRTF->value()) : 0; }
+
+void SetMaxAndValue(std::int16_t maximum) {
+    if (!Form)
+        return;
+    const QSignalBlocker quiet(Form->vslRTF);
+    Form->vslRTF->setMaximum(maximum);
+    Form->vslRTF->setValue(maximum);
+}
+
+void SetChange(std::int16_t smallChange, std::int16_t largeChange) {
+    if (!Form)
+        return;
+    Form->vslRTF->setSingleStep(smallChange);
+    Form->vslRTF->setPageStep(largeChange);
+}
+
+} // namespace vslRTF
+} // namespace mw

@@ -1,0 +1,60 @@
+// The output window: the game's text, the copy that is shown while scrolled back, the scroll bar,
+// and the socket with its timers.
+//
+// Keys go to the frmOutput handlers of automation/CommandLine.h, the socket's events to
+// net/Connection.h, the scroll bar to terminal/Output.h.
+#pragma once
+
+#include "ui/Timers.h"
+
+#include <string_view>
+
+#include <QScrollBar>
+#include <QSplitter>
+#include <QTimer>
+#include <QWidget>
+
+class QKeyEvent;
+
+namespace mw {
+
+class GameSocket;
+class OutputView;
+
+class frmOutput : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit frmOutput(QWidget* parent = nullptr);
+    ~frmOutput() override;
+
+    OutputView* rtfOutPut;
+    OutputView* rtfScroll; // above rtfOutPut, while scrolled back
+    QScrollBar* vslRTF;
+    GameSocket* wskTCP;
+    QTimer tmrConnect;
+    QTimer tmrLog;
+
+    void ShowScrollBack();
+    void HideScrollBack();
+
+    // Page Up, Page Down and End move vslRTF; true when the key was one of them.
+    bool ScrollKey(const QKeyEvent& event);
+
+    bool Hooked = false; // the box's messages go to OutputWindowMessage first
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    OutputView* MakeBox(const char* name, const QString& accessibleName);
+    void WireSocket();
+    void WireTimers();
+    void ScrollBarMoved();
+    bool KeyDown(QKeyEvent* event);
+
+    QSplitter* Boxes;
+};
+
+} // namespace mw

@@ -1,0 +1,244 @@
+#include "Life.h"
+
+#include "Scene.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+namespace world {
+namespace {
+
+// Ada fights the first creature of the table; Bob stands by.
+struct Fight : Scene {
+    Creature& rat = world.creatures[0];
+    Player& ada = Join("Ada");
+    Player& bob = Join("Bob");
+
+    Fight() {
+        ada.room = bob.room = rat.kind->room;
+        Type(ada, "kill rat");
+        bob.lines.clear();
+    }
+
+    // What Ada reads of one round.
+    std::string NextRound() {
+        ada.lines.clear();
+        bob.lines.clear();
+        Round(world);
+        return ada.lines;
+    }
+};
+
+struct TargetCase {
+    const char* name;
+    const char* line;
+    bool begins;
+};
+
+void PrintTo(const TargetCase& row, std::ostream* out) { *out << row.name; }
+
+class WorldTargets : public ::testing::TestWithParam<TargetCase> {};
+
+TEST_P(WorldTargets, BeginAFightOrNot) {
+    Scene scene;
+    Player& ada = scene.Join("Ada");
+    ada.room = Kinds()[0].room;
+    scene.Type(ada, GetParam().line);
+    EXPECT_EQ(ada.foe != nullptr, GetParam().begins);
+    EXPECT_EQ(AnyoneFights(scene.world), GetParam().begins);
+}
+
+const TargetCase kTargets[] = {
+    {"KillRat", "kill rat", true},      {"AttackRat", "attack rat", true},
+    {"KillARat", "kill a rat", true},   {"KillTheBrownRat", "kill the brown RAT", true},
+    {"KillNothing", "kill", false},     {"KillAGoose", "kill goose", false},
+    {"KillHalfARat", "kill ra", false},
+};
+
+INSTANTIATE_TEST_SUITE_P(All, WorldTargets, ::testing::ValuesIn(kTargets),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(WorldFight, ThereIsNoRatToFightAtTheStart) {
+    Scene scene;
+    Player& ada = scene.Join("Ada");
+    EXPECT_TRUE(Contains(scene.Type(ada, "kill rat"), "There is nothing like that"));
+    EXPECT_FALSE(AnyoneFights(scene.world));
+}
+
+TEST(WorldFight, TheRoomSeesItBegin) {
+    Scene scene;
+    Player& ada = scene.Join("Ada");
+    Player& bob = scene.Join("Bob");
+    ada.room = bob.room = Kinds()[0].room;
+    EXPECT_EQ(scene.Type(ada, "kill rat"), Line(NoticeColour, "You go for the brown rat!"));
+    EXPECT_EQ(Scene::Read(bob), Line(PeopleColour, "Ada goes for the brown rat!"));
+    EXPECT_TRUE(Contains(scene.Type(ada, "kill rat"), "fighting as hard as you can"));
+}
+
+TEST(WorldFight, BlowsThatLandTakeLifeOnBothSidesAndAreSeen) {
+    Fight fight;
+    EXPECT_EQ(fight.NextRound(), Line(NoticeColour, "You graze the brown rat.") +
+                                     Line(CreatureColour, "The brown rat nips you."));
+    EXPECT_EQ(Scene::Read(fight.bob), Line(PeopleColour, "Ada grazes the brown rat.") +
+                                          Line(CreatureColour, "The brown rat nips Ada."));
+    EXPECT_EQ(fight.rat.life, fight.rat.kind->life - 1);
+    EXPECT_EQ(fight.ada.life, MaxLife - 1);
+}
+
+TEST(WorldFight, BlowsThatMissTakeNothingAndAreSeen) {
+    Fight fight;
+    fight.Luck(false);
+    EXPECT_EQ(fight.NextRound(), Line(NoticeColour, "You swing at thin air beside the brown rat.") +
+                                     Line(CreatureColour, "The brown rat snaps and misses you."));
+    EXPECT_EQ(Scene::Read(fight.bob),
+              Line(PeopleColour, "Ada misses the brown rat.") +
+                  Line(CreatureColour, "The brown rat snaps and misses Ada."));
+    EXPECT_EQ(fight.rat.life, fight.rat.kind->life);
+    EXPECT_EQ(fight.ada.life, MaxLife);
+}
+
+TEST(WorldFight, HardBlowsHaveWordsOfTheirOwn) {
+    Fight fight;
+    fight.HardBlows();
+    EXPECT_EQ(fight.NextRound(), Line(NoticeColour, "You land a fearful blow on the brown rat.") +
+                                     Line(CreatureColour, "The brown rat bites you."));
+}
+
+TEST(WorldFight, IsWonWhenTheRatHasNoLifeLeft) {
+    Fight fight;
+    fight.HardBlows();
+    fight.NextRound();
+    const std::string last = fight.NextRound();
+    EXPECT_TRUE(Contains(last, "You have beaten the brown rat!"));
+    EXPECT_FALSE(Contains(last, "bites")) << "a beaten rat does not bite";
+    EXPECT_TRUE(Contains(Scene::Read(fight.bob), "Ada has beaten the brown rat!"));
+    EXPECT_EQ(fight.rat.life, 0);
+    EXPECT_EQ(fight.ada.kills, 1);
+    EXPECT_FALSE(AnyoneFights(fight.world));
+    EXPECT_FALSE(Contains(fight.Type(fight.ada, "look"), fight.rat.kind->sight));
+    EXPECT_TRUE(Contains(fight.Type(fight.ada, "kill rat"), "There is nothing like that"));
+}
+
+TEST(WorldFight, WhenOneOfTwoWinsTheOtherStopsToo) {
+    Fight fight;
+    fight.Type(fight.bob, "kill rat");
+    fight.HardBlows();
+    fight.NextRound();
+    EXPECT_EQ(fight.rat.life, 0);
+    EXPECT_EQ(fight.bob.kills, 1) << "the second blow of the round was the last";
+    EXPECT_FALSE(AnyoneFights(fight.world));
+    EXPECT_EQ(fight.NextRound(), "");
+}
+
+TEST(WorldFight, WalkingAwayEndsIt) {
+    Fight fight;
+    EXPECT_TRUE(Contains(fight.Type(fight.ada, "up"), "You turn your back on the fight"));
+    EXPECT_FALSE(AnyoneFights(fight.world));
+    EXPECT_EQ(fight.NextRound(), "");
+}
+
+TEST(WorldFight, AWeakPlayerIsTold) {
+    Fight fight;
+    fight.ada.life = WeakLife + 2;
+    EXPECT_FALSE(Contains(fight.NextRound(), "You feel weak."));
+    EXPECT_TRUE(Contains(fight.NextRound(), "You feel weak."));
+    fight.Luck(false);
+    EXPECT_FALSE(Contains(fight.NextRound(), "You feel weak."));
+}
+
+TEST(WorldFight, OneWhoFaintsWakesAtTheStartWithHalfTheLife) {
+    Fight fight;
+    Player& cy = fight.Join("Cy");
+    fight.ada.life = 1;
+    const std::string read = fight.NextRound();
+    EXPECT_TRUE(Contains(read, "the world goes out like a candle"));
+    EXPECT_TRUE(Contains(read, "You wake on grass."));
+    EXPECT_TRUE(Contains(read, Rooms()[StartRoom].title));
+    EXPECT_TRUE(EveryLineHasItsColour(read));
+    EXPECT_TRUE(Contains(Scene::Read(fight.bob), "Ada faints!"));
+    EXPECT_TRUE(Contains(Scene::Read(cy), "Ada is carried in"));
+    EXPECT_EQ(fight.ada.room, StartRoom);
+    EXPECT_EQ(fight.ada.life, MaxLife / 2);
+    EXPECT_FALSE(AnyoneFights(fight.world));
+}
+
+TEST(WorldFight, EveryCreatureCanBeBeaten) {
+    for (std::size_t i = 0; i < Kinds().size(); ++i) {
+        Scene scene;
+        Player& ada = scene.Join("Ada");
+        ada.room = Kinds()[i].room;
+        scene.HardBlows();
+        scene.Type(ada, "kill rat");
+        for (int round = 0; round < 20 && ada.foe; ++round)
+            Round(scene.world);
+        EXPECT_EQ(ada.kills, 1) << Kinds()[i].name;
+    }
+}
+
+TEST(WorldBeat, ABeatenRatComesBackToItsRoomAfterAWhile) {
+    Fight fight;
+    fight.HardBlows();
+    fight.NextRound();
+    fight.NextRound();
+    for (int beat = 1; beat < BeatsUntilBack; ++beat)
+        Beat(fight.world);
+    EXPECT_EQ(fight.rat.life, 0);
+    fight.bob.lines.clear();
+    Beat(fight.world);
+    EXPECT_EQ(fight.rat.life, fight.rat.kind->life);
+    EXPECT_EQ(Scene::Read(fight.bob),
+              Line(CreatureColour, "The brown rat is back, and bears a grudge."));
+}
+
+TEST(WorldBeat, ARatHealsOnlyWhenNobodyFightsIt) {
+    Fight fight;
+    fight.NextRound();
+    Beat(fight.world);
+    EXPECT_EQ(fight.rat.life, fight.rat.kind->life - 1);
+    fight.Type(fight.ada, "up");
+    Beat(fight.world);
+    EXPECT_EQ(fight.rat.life, fight.rat.kind->life);
+}
+
+TEST(WorldBeat, HungerComesLateAndThenFromTimeToTime) {
+    Scene scene;
+    Player& ada = scene.Join("Ada");
+    std::string pangs;
+    for (int beat = 1; beat <= BeatsUntilHungry + 2 * BeatsBetweenPangs; ++beat) {
+        Beat(scene.world);
+        const std::string read = Scene::Read(ada);
+        EXPECT_TRUE(read.empty() || read == Line(HungerColour, "You are hungry."));
+        pangs += read.empty() ? '-' : 'H';
+    }
+    EXPECT_EQ(pangs, "---H-H-H");
+    ada.loaves = 1;
+    scene.Type(ada, "eat bread");
+    Beat(scene.world);
+    EXPECT_EQ(Scene::Read(ada), "");
+}
+
+TEST(WorldBeat, OneWhoIsStillAtTheGateDoesNotHunger) {
+    Scene scene;
+    Player& player = scene.Connect();
+    for (int beat = 0; beat < 10; ++beat)
+        Beat(scene.world);
+    EXPECT_EQ(player.lines, "");
+    EXPECT_FALSE(AnyonePlays(scene.world));
+}
+
+TEST(WorldBeat, HealsThoseWhoAreFedAndAtPeace) {
+    Fight fight;
+    fight.ada.life = fight.bob.life = 10;
+    Player& hungry = fight.Join("Cy");
+    hungry.life = 10;
+    hungry.beatsSinceMeal = BeatsUntilHungry;
+    Player& whole = fight.Join("Di");
+    Beat(fight.world);
+    EXPECT_EQ(fight.ada.life, 10) << "who fights does not heal";
+    EXPECT_EQ(fight.bob.life, 11);
+    EXPECT_EQ(hungry.life, 10);
+    EXPECT_EQ(whole.life, MaxLife);
+}
+
+} // namespace
+} // namespace world

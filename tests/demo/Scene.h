@@ -1,0 +1,72 @@
+// A world without sockets for the tests: players join, type and read; chance is chosen by the test.
+#pragma once
+
+#include "Commands.h"
+#include "Life.h"
+#include "World.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace world {
+
+struct Scene {
+    World world;
+
+    Scene() {
+        Populate(world);
+        Luck(true);
+    }
+
+    // With luck every blow lands and takes the least; without it every blow misses.
+    void Luck(bool lands) {
+        world.roll = [lands](int sides) { return lands ? 0 : sides - 1; };
+    }
+
+    // Every blow lands and takes the most: the roll to hit is out of a hundred.
+    void HardBlows() {
+        world.roll = [](int sides) { return sides == 100 ? 0 : sides - 1; };
+    }
+
+    Player& Connect() {
+        const int id = static_cast<int>(world.players.size()) + 1;
+        Player& player = world.players[id];
+        player.id = id;
+        return player;
+    }
+
+    Player& Join(std::string_view name) {
+        Player& player = Connect();
+        player.name = name;
+        player.stage = Stage::Playing;
+        return player;
+    }
+
+    // What the player reads from now on, taken away.
+    static std::string Read(Player& player) { return std::exchange(player.lines, {}); }
+
+    std::string Type(Player& player, std::string_view line) {
+        player.lines.clear();
+        HandleLine(world, player, line);
+        return Read(player);
+    }
+};
+
+inline bool Contains(std::string_view text, std::string_view part) {
+    return text.find(part) != std::string_view::npos;
+}
+
+// Every line of what a player reads ends in CR LF and begins with a whole colour sequence.
+inline bool EveryLineHasItsColour(std::string_view lines) {
+    while (!lines.empty()) {
+        const std::size_t end = lines.find("\r\n");
+        if (end == std::string_view::npos || !lines.starts_with("\x1b[0;") ||
+            lines.find('m') > std::string_view("\x1b[0;1;3").size() + 1)
+            return false;
+        lines.remove_prefix(end + 2);
+    }
+    return true;
+}
+
+} // namespace world

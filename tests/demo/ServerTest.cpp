@@ -1,0 +1,443 @@
+#include "Server.h"
+
+#include "Scene.h"
+#include "Visitor.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <netinet/in.h>
+#include <string>
+#include <sys/socket.h>
+#include <unistd.h>
+#include <vector>
+
+namespace world {
+namespace {
+
+using namespace std::string_literals;
+
+constexpr std::string_view kOpening = "\r\n\xff\xfd\x18\xff\xfd\x1f"
+                                      "\x1b[0;1;33mQ U I L L M E R E\r\n";
+
+Settings QuickSettings() {
+    const auto everyBlowLands = [](int) { return 0; };
+    return {0, std::chrono::milliseconds(10), std::chrono::hours(1), everyBlowLands};
+}
+
+class WorldServer : public ::testing::Test {
+protected:
+    void SetUp() override { Start(QuickSettings()); }
+
+    void Start(const Settings& settings) {
+        server = std::make_unique<Server>(settings);
+        ASSERT_TRUE(server->Listen());
+    }
+
+    int Port() const { return server->Port(); }
+
+    std::unique_ptr<Server> server;
+};
+
+// A chunk of text begins with CR LF, one of negotiation with IAC; both end with the CR to lose.
+bool IsFramed(std::string_view chunk) {
+    return (chunk.starts_with("\r\n") || chunk.starts_with('\xff')) && chunk.ends_with('\r');
+}
+
+// The lines of a chunk, without the break it begins with and what follows the last line end.
+std::string LinesOf(std::string_view chunk) {
+    const std::size_t begin = chunk.find("\x1b[");
+    const std::size_t end = chunk.rfind("\r\n");
+    if (begin == std::string_view::npos || end < begin)
+        return {};
+    return std::string(chunk.substr(begin, end + 2 - begin));
+}
+
+// A socket of the system that sends and never reads.
+class Mute {
+public:
+    explicit Mute(int port) : handle(::socket(AF_INET, SOCK_STREAM, 0)) {
+        const int small = 4096;
+        ::setsockopt(handle, SOL_SOCKET, SO_RCVBUF, &small, sizeof small);
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_port = htons(static_cast<std::uint16_t>(port));
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        isOpen =
+            ::connect(handle, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    }
+    Mute(const Mute&) = delete;
+    Mute& operator=(const Mute&) = delete;
+    ~Mute() { ::close(handle); }
+
+    bool Send(std::string_view bytes) const {
+        return isOpen && ::send(handle, bytes.data(), bytes.size(), MSG_NOSIGNAL) ==
+                             static_cast<ssize_t>(bytes.size());
+    }
+
+private:
+    int handle;
+    bool isOpen = false;
+};
+
+TEST_F(WorldServer, PicksAFreePortTheClientCanStore) {
+    EXPECT_GT(Port(), 1023);
+    EXPECT_LE(Port(), LastPort);
+}
+
+TEST_F(WorldServer, DoesNotBeginOnAPortThatIsTaken) {
+    Settings settings = QuickSettings();
+    settings.port = Port();
+    Server second(settings);
+    EXPECT_FALSE(second.Listen());
+}
+
+TEST_F(WorldServer, GreetsAndAsksForTheName) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.Sees("\x1b[0;32mBy what name are you known? \x1b[0;37m\xff\xf9\r"));
+    EXPECT_TRUE(ada.received.starts_with(kOpening));
+}
+
+TEST_F(WorldServer, HidesThePasswordWhileItIsTyped) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.Sees("By what name"));
+    ASSERT_TRUE(ada.Type("ada", "\x1b[0;32mPassword: \x1b[0;37m\xff\xf9\r"));
+    EXPECT_TRUE(ada.received.starts_with("\r\n\xff\xfb\x01\x1b["));
+    ASSERT_TRUE(ada.Type("secret", "\x1b[0;32m[20/20] > \x1b[0;37m\xff\xf9\r"));
+    EXPECT_TRUE(ada.received.starts_with("\r\n\xff\xfc\x01\x1b["));
+    EXPECT_FALSE(Contains(ada.received, "secret"));
+}
+
+TEST_F(WorldServer, AClientThatRefusesEchoIsNotAskedAgain) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.Sees("By what name"));
+    ASSERT_TRUE(ada.Type("ada", "\xff\xfb\x01"));
+    ada.Forget();
+    ada.Send("\xff\xfe\x01");
+    ASSERT_TRUE(ada.Type("secret", "[20/20] > "));
+    EXPECT_FALSE(Contains(ada.received, "\xff\xfb\x01"));
+}
+
+TEST_F(WorldServer, RemembersAPasswordUntilTheRunEnds) {
+    Visitor first(Port());
+    ASSERT_TRUE(first.LogIn("Ada"));
+    ASSERT_TRUE(first.Type("quit", "Good-bye"));
+    Visitor second(Port());
+    ASSERT_TRUE(second.Sees("By what name"));
+    ASSERT_TRUE(second.Type("ada", "The book knows you"));
+    ASSERT_TRUE(second.Type("wrong", "That is not the word."));
+    ASSERT_TRUE(second.Type("secret", "[20/20] > "));
+}
+
+TEST_F(WorldServer, ClosesAfterThreeWrongPasswordsAndShowsTypingAgain) {
+    Visitor first(Port());
+    ASSERT_TRUE(first.LogIn("Ada"));
+    Visitor second(Port());
+    ASSERT_TRUE(second.Sees("By what name"));
+    ASSERT_TRUE(second.Type("ada", "Password: "));
+    second.Send("one\rtwo\rthree\r");
+    ASSERT_TRUE(second.IsClosed());
+    EXPECT_TRUE(Contains(second.received, "The gate stays shut."));
+    EXPECT_TRUE(Contains(second.received, "\xff\xfc\x01"));
+    EXPECT_TRUE(first.Type("look", "Goose Green"));
+}
+
+TEST_F(WorldServer, LetsAPlayerWalkTheWholeWayToTheRat) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(ada.Type("s", "Scribes' Hall"));
+    ASSERT_TRUE(ada.Type("down", "A brown rat sits"));
+    ASSERT_TRUE(ada.Type("west", "Old Drain"));
+    ASSERT_TRUE(ada.Type("u", "Reed Bank"));
+    ASSERT_TRUE(ada.Type("northeast", "Goose Green"));
+}
+
+TEST_F(WorldServer, TakesEveryKindOfLineEnd) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ada.Forget();
+    ada.Send("say one\rsay two\r\nsay three\r\0say four\n"s);
+    ASSERT_TRUE(ada.Sees("You say: four"));
+    for (const char* heard : {"You say: one", "You say: two", "You say: three"})
+        EXPECT_TRUE(Contains(ada.received, heard)) << heard;
+    EXPECT_FALSE(Contains(ada.received, "The geese look blank"));
+}
+
+TEST_F(WorldServer, AnEmptyLineBringsThePromptAlone) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(ada.Type("", "\xff\xf9\r"));
+    EXPECT_EQ(ada.received, "\r\n\x1b[0;32m[20/20] > \x1b[0;37m\xff\xf9\r");
+}
+
+TEST_F(WorldServer, AsksForTheTerminalAndTakesTheClientsShortAnswer) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ada.Forget();
+    ada.Send("\xff\xfb\x18");
+    ASSERT_TRUE(ada.Sees("\xff\xf0\r"));
+    EXPECT_EQ(ada.received, "\xff\xfa\x18\x01\xff\xf0\r");
+    ada.Send("\xff\xfa\0DEC-VT100\xff\xf0"s);
+    ASSERT_TRUE(ada.Type("score", "a window of type DEC-VT100."));
+}
+
+TEST_F(WorldServer, WrapsProseToTheWindow) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ada.Send("\xff\xfb\x1f\xff\xfa\x1f\0\x2d\0\x18\xff\xf0"s);
+    ASSERT_TRUE(ada.Type("look", "Exits:"));
+    EXPECT_TRUE(Contains(ada.received, Prose(ProseColour, Rooms()[StartRoom].prose, 45)));
+}
+
+TEST_F(WorldServer, TwoPlayersSeeEachOther) {
+    Visitor ada(Port());
+    Visitor bob(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ada.Forget();
+    ASSERT_TRUE(bob.LogIn("Bob"));
+    EXPECT_TRUE(Contains(bob.received, "Ada is here."));
+    EXPECT_TRUE(ada.Sees("\r\n\x1b[0;1;32mBob comes in off the road.\r\n\x1b[0;32m[20/20] > "));
+    ASSERT_TRUE(ada.Type("say hello", "You say: hello"));
+    EXPECT_TRUE(bob.Sees("\r\n\x1b[0;1;36mAda says: hello\r\n\x1b[0;32m[20/20] > "));
+    ASSERT_TRUE(ada.Type("who", "Bob, Goose Green"));
+    ASSERT_TRUE(ada.Type("w", "Bakehouse"));
+    EXPECT_TRUE(bob.Sees("Ada leaves west."));
+    ASSERT_TRUE(ada.Type("e", "Goose Green"));
+    EXPECT_TRUE(bob.Sees("Ada arrives from the west."));
+    ASSERT_TRUE(ada.Type("quit", "Good-bye, Ada."));
+    EXPECT_TRUE(bob.Sees("Ada takes the road out of town."));
+}
+
+TEST_F(WorldServer, EveryWriteIsFramedAndEveryLineHasItsColour) {
+    Visitor ada(Port());
+    Visitor bob(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(bob.LogIn("Bob"));
+    for (const char* line : {"look", "who", "help", "score", "dance", "say hello", "get bread", ""})
+        ASSERT_TRUE(ada.Type(line, "\xff\xf9\r")) << line;
+    ada.Send("\xff\xfb\x18\xff\xfd\x03\xff\xfb\x05");
+    ASSERT_TRUE(ada.Type("s", "Scribes' Hall"));
+    ASSERT_TRUE(ada.Type("d", "Archive Cellar"));
+    ASSERT_TRUE(ada.Type("kill rat", "You have beaten the brown rat!"));
+    ASSERT_TRUE(ada.Type("quit", "Good-bye"));
+    ASSERT_TRUE(ada.IsClosed());
+    EXPECT_GT(ada.chunks.size(), 10U);
+    for (const Visitor* visitor : {&ada, &bob}) {
+        for (const std::string& chunk : visitor->chunks) {
+            EXPECT_TRUE(IsFramed(chunk)) << ::testing::PrintToString(chunk);
+            EXPECT_TRUE(EveryLineHasItsColour(LinesOf(chunk))) << ::testing::PrintToString(chunk);
+        }
+    }
+}
+
+TEST_F(WorldServer, WhatHappensInOneTurnComesInOneWrite) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ada.chunks.clear();
+    ada.Send("n\rs\rsay done\r");
+    ASSERT_TRUE(ada.Sees("You say: done"));
+    ASSERT_EQ(ada.chunks.size(), 1U);
+    EXPECT_EQ(ada.chunks[0].find("[20/20] > "), ada.chunks[0].rfind("[20/20] > "));
+}
+
+TEST_F(WorldServer, AnOverlongLineLosesItsRestAndNothingElse) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ada.Forget();
+    ada.Send("say " + std::string(20000, 'x') + "\rsay next\r");
+    ASSERT_TRUE(ada.Sees("You say: next"));
+    EXPECT_EQ(ada.received.find("You say: x"), ada.received.rfind("You say: x"));
+    EXPECT_FALSE(Contains(ada.received, std::string(MaxSpeech, 'x')));
+    EXPECT_FALSE(Contains(ada.received, "The geese look blank"));
+}
+
+TEST_F(WorldServer, OneWhoFloodsAndReadsIsAnsweredToTheLastLine) {
+    Visitor ada(Port());
+    Visitor bob(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(bob.LogIn("Bob"));
+    std::string flood;
+    for (int i = 0; i < 5000; ++i)
+        flood += "l\r";
+    ada.Send(flood + "say done\r");
+    ASSERT_TRUE(bob.Type("w", "Bakehouse")) << "others go on meanwhile";
+    ASSERT_TRUE(ada.Sees("You say: done"));
+}
+
+TEST_F(WorldServer, OneTurnCarriesOutEightLinesOfAPlayer) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ada.Forget();
+    std::string flood;
+    for (int i = 0; i < 3 * MaxLinesATurn; ++i)
+        flood += "say x\r";
+    ada.Send(flood + "say done\r");
+    ASSERT_TRUE(ada.Sees("You say: done"));
+    std::size_t begin = 0;
+    for (std::size_t end = 0; (end = ada.received.find("\xff\xf9", begin)) != std::string::npos;) {
+        const std::string message = ada.received.substr(begin, end - begin);
+        int said = 0;
+        for (std::size_t at = 0; (at = message.find("You say: ", at)) != std::string::npos; ++at)
+            ++said;
+        EXPECT_LE(said, MaxLinesATurn);
+        begin = end + 2;
+    }
+}
+
+TEST_F(WorldServer, TakesSixtyFourClientsAndTurnsTheNextOneAway) {
+    std::vector<std::unique_ptr<Visitor>> crowd;
+    for (std::size_t i = 0; i < MaxClients; ++i) {
+        crowd.push_back(std::make_unique<Visitor>(Port()));
+        ASSERT_TRUE(crowd.back()->Sees("By what name")) << i;
+    }
+    Visitor late(Port());
+    ASSERT_TRUE(late.IsClosed());
+    EXPECT_EQ(late.received,
+              "\r\n\x1b[0;1;37mThe town is full. Please try again later.\r\n\x1b[0;37m\r");
+    ASSERT_TRUE(crowd[0]->LogIn("Ada")) << "those who are in play on";
+    ASSERT_TRUE(crowd[0]->Type("quit", "Good-bye"));
+    ASSERT_TRUE(crowd[0]->IsClosed());
+    Visitor next(Port());
+    EXPECT_TRUE(next.Sees("By what name")) << "a place that is left is free again";
+}
+
+TEST_F(WorldServer, AClientThatNeverReadsIsDroppedWhileAnotherPlaysOn) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    const Mute mute(Port());
+    ada.Forget();
+    ASSERT_TRUE(mute.Send("Mute\rsecret\r"));
+    ASSERT_TRUE(ada.Sees("Mute comes in off the road."));
+    const std::string words(MaxSpeech - 4, 'x');
+    int lines = 0;
+    while (!Contains(ada.received, "Mute fades from sight.") && lines < 20000) {
+        ASSERT_TRUE(ada.Type("say " + words, "You say: x")) << "after " << lines << " lines";
+        ++lines;
+    }
+    EXPECT_TRUE(Contains(ada.received, "Mute fades from sight."));
+    EXPECT_GT(lines, MaxQueue / 300) << "a short pause costs nobody the connection";
+    ASSERT_TRUE(ada.Type("who", "Ada, Goose Green"));
+    EXPECT_FALSE(Contains(ada.received, "Mute"));
+}
+
+TEST_F(WorldServer, AClientThatAsksAndNeverReadsIsDropped) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    const Mute mute(Port());
+    ada.Forget();
+    std::string flood = "Mute\rsecret\r";
+    for (int i = 0; i < 5000; ++i)
+        flood += "l\r";
+    ASSERT_TRUE(mute.Send(flood));
+    EXPECT_TRUE(ada.Sees("Mute fades from sight."));
+}
+
+TEST_F(WorldServer, QuitClosesAfterTheGoodBye) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ada.Forget();
+    ada.Send("quit\rsay still here\r");
+    ASSERT_TRUE(ada.IsClosed());
+    EXPECT_EQ(ada.received, "\r\n\x1b[0;1;37mGood-bye, Ada. The geese will remember you.\r\n"
+                            "\x1b[0;37m\r");
+}
+
+TEST_F(WorldServer, OneWhoVanishesIsSeenToFade) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    {
+        Visitor bob(Port());
+        ASSERT_TRUE(bob.LogIn("Bob"));
+        bob.socket.abort();
+    }
+    EXPECT_TRUE(ada.Sees("Bob fades from sight."));
+}
+
+TEST_F(WorldServer, WhatWasSentBeforeClosingIsStillCarriedOut) {
+    Visitor ada(Port());
+    Visitor bob(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(bob.LogIn("Bob"));
+    std::string words;
+    for (int i = 0; i < 20; ++i)
+        words += "say " + std::to_string(i) + "\r";
+    bob.Send(words + "say farewell\r");
+    bob.socket.disconnectFromHost();
+    ASSERT_TRUE(ada.Sees("Bob fades from sight."));
+    EXPECT_TRUE(Contains(ada.received, "Bob says: farewell"));
+}
+
+TEST_F(WorldServer, AnOlderConnectionOfTheSamePlayerIsClosed) {
+    Visitor older(Port());
+    ASSERT_TRUE(older.LogIn("Ada"));
+    Visitor newer(Port());
+    ASSERT_TRUE(newer.LogIn("Ada"));
+    ASSERT_TRUE(older.IsClosed());
+    EXPECT_TRUE(Contains(older.received, "by another door"));
+    EXPECT_TRUE(newer.Type("look", "Goose Green"));
+}
+
+TEST_F(WorldServer, AFightGoesOnByItselfAndItsTimerStopsWithIt) {
+    Visitor ada(Port());
+    Visitor bob(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(bob.LogIn("Bob"));
+    ASSERT_TRUE(ada.Type("s;d", "The geese look blank"));
+    for (Visitor* visitor : {&ada, &bob}) {
+        ASSERT_TRUE(visitor->Type("s", "Scribes' Hall"));
+        ASSERT_TRUE(visitor->Type("d", "Archive Cellar"));
+    }
+    EXPECT_FALSE(server->FightTimerRuns());
+    ASSERT_TRUE(ada.Type("kill rat", "You go for the brown rat!"));
+    EXPECT_TRUE(server->FightTimerRuns());
+    EXPECT_TRUE(bob.Sees("Ada goes for the brown rat!"));
+    EXPECT_TRUE(ada.Sees("You have beaten the brown rat!"));
+    EXPECT_TRUE(bob.Sees("Ada has beaten the brown rat!"));
+    EXPECT_TRUE(WaitFor([&] { return !server->FightTimerRuns(); }));
+    EXPECT_TRUE(Contains(ada.received, "[13/20] > "));
+}
+
+TEST_F(WorldServer, AFightEndsWithTheConnection) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(ada.Type("s", "Scribes' Hall"));
+    ASSERT_TRUE(ada.Type("d", "Archive Cellar"));
+    ASSERT_TRUE(ada.Type("kill rat", "You go for the brown rat!"));
+    ada.socket.abort();
+    EXPECT_TRUE(WaitFor([&] { return !server->FightTimerRuns(); }));
+    EXPECT_TRUE(WaitFor([&] { return !server->BeatTimerRuns(); }));
+}
+
+TEST_F(WorldServer, TheSlowTimerRunsOnlyWhileSomeonePlays) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.Sees("By what name"));
+    EXPECT_FALSE(server->BeatTimerRuns());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    EXPECT_TRUE(server->BeatTimerRuns());
+    ASSERT_TRUE(ada.Type("quit", "Good-bye"));
+    EXPECT_TRUE(WaitFor([&] { return !server->BeatTimerRuns(); }));
+}
+
+TEST_F(WorldServer, HungerComesUnasked) {
+    Settings settings = QuickSettings();
+    settings.beat = std::chrono::milliseconds(10);
+    Start(settings);
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    EXPECT_TRUE(
+        ada.Sees("\r\n\x1b[0;33mYou are hungry.\r\n\x1b[0;32m[20/20] > \x1b[0;37m\xff\xf9\r"));
+}
+
+TEST_F(WorldServer, ClosingSaysGoodByeToEveryoneAtOnce) {
+    Visitor ada(Port());
+    Visitor atTheGate(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(atTheGate.Sees("By what name"));
+    server->Close();
+    EXPECT_TRUE(ada.IsClosed());
+    EXPECT_TRUE(atTheGate.IsClosed());
+    EXPECT_TRUE(Contains(ada.received, "The world is rolled up for the night."));
+    EXPECT_TRUE(Contains(atTheGate.received, "The world is rolled up for the night."));
+}
+
+} // namespace
+} // namespace world

@@ -1,0 +1,286 @@
+#include "fakes/Fakes.h"
+
+#include "automation/CommandBox.h"
+#include "automation/Macros.h"
+#include "base/Globals.h"
+#include "config/MudList.h"
+#include "config/Palette.h"
+#include "net/Connection.h"
+#include "net/Send.h"
+#include "terminal/Ansi.h"
+#include "terminal/AutoLog.h"
+#include "terminal/Incoming.h"
+#include "terminal/OutPutScroll.h"
+#include "terminal/Output.h"
+#include "ui/Clock.h"
+#include "ui/InputControls.h"
+#include "ui/MessageBox.h"
+#include "ui/Players.h"
+#include "ui/Timers.h"
+#include "ui/UserSettings.h"
+
+#include <sstream>
+
+namespace {
+
+void Record(const std::string& call) { fakes::Calls.push_back(call); }
+
+std::string Words(std::string_view verb, std::string_view text) {
+    return std::string(verb) + " " + std::string(text);
+}
+
+void RecordPlay(std::string_view kind, const std::string& fileName, const std::string& address,
+                int volume, int priority) {
+    std::ostringstream call;
+    call << kind << ' ' << fileName << '|' << address << '|' << volume << '|' << priority;
+    fakes::Played.push_back(call.str());
+    Record("Play " + call.str());
+}
+
+} // namespace
+
+namespace fakes {
+
+std::string Sent() {
+    std::string all;
+    for (const std::string& piece : Sends)
+        all += piece;
+    return all;
+}
+
+} // namespace fakes
+
+RuleTest::RuleTest() {
+    mw::ResetGlobals();
+    mw::ResetMacros();
+    mw::ResetMudList();
+    mw::ResetCommandBox();
+    mw::ResetConnection();
+    mw::ResetOutput();
+    mw::ResetIncoming();
+    mw::CloseLog();
+    mw::AutoLogOn = false;
+    mw::LogFilePath.clear();
+    mw::LastSentChar = 0;
+    mw::WholeSequenceMode = true;
+    mw::PreviousProcedure = 0;
+    mw::Palette = mw::kDefaultPalette;
+    fakes::Calls.clear();
+    fakes::Sends.clear();
+    fakes::SocketState = mw::SocketConnected;
+    fakes::Arrivals.clear();
+    fakes::Runs.clear();
+    fakes::Shown.clear();
+    fakes::ScrollMax = fakes::ScrollValue = fakes::SmallChange = fakes::LargeChange = 0;
+    fakes::Input.clear();
+    fakes::SelStart = fakes::SelLength = 0;
+    fakes::Items.clear();
+    fakes::ChosenMud.clear();
+    fakes::Enabled.clear();
+    fakes::Panels.clear();
+    fakes::Messages.clear();
+    fakes::Played.clear();
+    fakes::UserSettings.clear();
+}
+
+namespace mw {
+
+void ShowMessage(std::string_view text) {
+    fakes::Messages.emplace_back(text);
+    Record(Words("Message", text));
+}
+
+std::string GeneralDate() { return fakes::Date; }
+
+namespace wskTCP {
+
+void Connect(const std::string& host, std::int16_t port) {
+    Record("Connect " + host + ":" + std::to_string(port));
+}
+
+void Close() {
+    fakes::SocketState = SocketClosed;
+    Record("Close");
+}
+
+void SendData(std::string_view bytes) {
+    fakes::Sends.emplace_back(bytes);
+    Record(Words("Send", bytes));
+}
+
+std::string GetData() {
+    const std::string arrival = fakes::Arrivals.front();
+    fakes::Arrivals.pop_front();
+    return arrival;
+}
+
+std::int16_t State() { return fakes::SocketState; }
+
+} // namespace wskTCP
+
+namespace {
+const char* Name(Timer timer) { return timer == Timer::Connect ? "tmrConnect" : "tmrLog"; }
+} // namespace
+
+void StartTimer(Timer timer, int intervalMs) {
+    Record(Words("Start", Name(timer)) + " " + std::to_string(intervalMs));
+}
+
+void StopTimer(Timer timer) { Record(Words("Stop", Name(timer))); }
+
+namespace rtfOutPut {
+
+std::size_t TextLength() { return fakes::Shown.size(); }
+
+void Append(std::string_view text, std::int32_t colour, const std::string& fontName,
+            const std::string& fontSize) {
+    fakes::Runs.push_back({std::string(text), colour, fontName, fontSize});
+    fakes::Shown += text;
+    std::ostringstream call;
+    call << "Append " << std::hex << colour << ' ' << text;
+    Record(call.str());
+}
+
+void RemoveFirst(std::size_t count) {
+    fakes::Shown.erase(0, count);
+    Record("RemoveFirst " + std::to_string(count));
+}
+
+void MoveCaretToEnd() { Record("CaretToEnd"); }
+
+void SetRedraw(bool on) { Record(on ? "RedrawOn" : "RedrawOff"); }
+
+void Refresh() { Record("Refresh"); }
+
+std::int32_t Hook() {
+    Record("Hook");
+    return 4711;
+}
+
+void Unhook(std::int32_t token) { Record("Unhook " + std::to_string(token)); }
+
+void CallPrevious(std::int32_t token, std::int32_t message) {
+    Record("CallPrevious " + std::to_string(token) + " " + std::to_string(message));
+}
+
+} // namespace rtfOutPut
+
+namespace rtfScroll {
+
+void ShowCopyOfOutput() { Record("ShowScrollBack"); }
+
+void Hide() { Record("HideScrollBack"); }
+
+} // namespace rtfScroll
+
+namespace vslRTF {
+
+std::int16_t Max() { return fakes::ScrollMax; }
+
+std::int16_t Value() { return fakes::ScrollValue; }
+
+void SetMaxAndValue(std::int16_t maximum) {
+    fakes::ScrollMax = fakes::ScrollValue = maximum;
+    Record("ScrollMax " + std::to_string(maximum));
+}
+
+void SetChange(std::int16_t smallChange, std::int16_t largeChange) {
+    fakes::SmallChange = smallChange;
+    fakes::LargeChange = largeChange;
+}
+
+} // namespace vslRTF
+
+namespace cboInput {
+
+std::string Text() { return fakes::Input; }
+
+void SetText(std::string_view text) {
+    fakes::Input = text;
+    fakes::SelStart = text.size();
+    fakes::SelLength = 0;
+    Record(Words("Input", text));
+}
+
+std::size_t TextLength() { return fakes::Input.size(); }
+
+void Select(std::size_t start, std::size_t length) {
+    fakes::SelStart = start;
+    fakes::SelLength = length;
+    Record("Select " + std::to_string(start) + " " + std::to_string(length));
+}
+
+void SetFocus() { Record("Focus cboInput"); }
+
+void AddItem(std::string_view text) { fakes::Items.emplace_back(text); }
+
+void RemoveFirstItem() { fakes::Items.erase(fakes::Items.begin()); }
+
+} // namespace cboInput
+
+void SetEnabled(FrameControl control, bool enabled) {
+    static const char* const kNames[] = {"cmdConn", "cmdDisco",   "cmdNew",        "cmdDel",
+                                         "cboMud",  "mnuConnect", "mnuDisconnect", "mnuADCmud"};
+    fakes::Enabled[control] = enabled;
+    Record(Words(enabled ? "Enable" : "Disable", kNames[static_cast<int>(control)]));
+}
+
+namespace stsBar {
+
+void SetPanel(Panel panel, std::string_view text) {
+    fakes::Panels[panel] = text;
+    Record("Panel " + std::to_string(panel) + " " + std::string(text));
+}
+
+} // namespace stsBar
+
+namespace cboMud {
+
+void AddItem(std::string_view name) { Record(Words("cboMud add", name)); }
+
+void SetListIndex(std::int16_t index) { Record("cboMud index " + std::to_string(index)); }
+
+std::string Text() { return fakes::ChosenMud; }
+
+} // namespace cboMud
+
+void lblAddress::SetCaption(std::string_view text) { Record(Words("lblAddress", text)); }
+
+void lblPort::SetCaption(std::string_view text) { Record(Words("lblPort", text)); }
+
+void ShowOutputWindow() { Record("ShowOutputWindow"); }
+
+void UnloadFrame() { Record("UnloadFrame"); }
+
+void PlayWave(const std::string& fileName, const std::string& address, std::int32_t volume,
+              std::int16_t priority) {
+    RecordPlay("wave", fileName, address, volume, priority);
+}
+
+void PlayMusic(const std::string& fileName, const std::string& address, std::int32_t volume,
+               std::int16_t priority) {
+    RecordPlay("music", fileName, address, volume, priority);
+}
+
+void wavPlayer::Stop() { Record("Stop wave"); }
+
+void midiPlayer::Stop() { Record("Stop music"); }
+
+void SaveUserSetting(const std::string& application, const std::string& section,
+                     const std::string& key, const std::string& value) {
+    fakes::UserSettings[application + "/" + section + "/" + key] = value;
+}
+
+std::string GetUserSetting(const std::string& application, const std::string& section,
+                           const std::string& key, const std::string& fallback) {
+    const auto found = fakes::UserSettings.find(application + "/" + section + "/" + key);
+    return found == fakes::UserSettings.end() ? fallback : found->second;
+}
+
+void DeleteUserSettings(const std::string& application) {
+    std::erase_if(fakes::UserSettings, [&application](const auto& setting) {
+        return setting.first.starts_with(application + "/");
+    });
+}
+
+} // namespace mw

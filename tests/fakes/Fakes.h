@@ -1,0 +1,61 @@
+// The ports as recorders: every call is written down in order, and what a rule reads from a control
+// is replayed from plain values that a test sets.
+#pragma once
+
+#include "ui/FrameControls.h"
+#include "ui/OutputControls.h"
+#include "ui/Socket.h"
+
+#include <deque>
+#include <gtest/gtest.h>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace fakes {
+
+// Every port call that changes something, in order, as text: "Send n", "Panel 1 Connected to: X",
+// "Enable cmdConn", "Disable cmdDisco", "Message ...", "Append ffffff text", "Stop wave" ...
+inline std::vector<std::string> Calls;
+
+// What went to the socket: call by call, and as one stream.
+inline std::vector<std::string> Sends;
+std::string Sent();
+
+// Socket: the state it reports and the arrivals that GetData hands out, one a call.
+inline std::int16_t SocketState = 0;
+inline std::deque<std::string> Arrivals;
+
+struct Run {
+    std::string Text;
+    std::int32_t Colour = 0;
+    std::string FontName;
+    std::string FontSize;
+};
+inline std::vector<Run> Runs; // every append to the output box, status lines too
+inline std::string Shown;     // the text in the output box
+inline std::int16_t ScrollMax = 0;
+inline std::int16_t ScrollValue = 0;
+inline std::int16_t SmallChange = 0;
+inline std::int16_t LargeChange = 0;
+
+inline std::string Input; // the command line's text
+inline std::size_t SelStart = 0;
+inline std::size_t SelLength = 0;
+inline std::vector<std::string> Items; // the mirror of the history
+
+inline std::string ChosenMud;                    // text of the selected item of cboMud
+inline std::map<mw::FrameControl, bool> Enabled; // only controls that were set
+inline std::map<int, std::string> Panels;
+inline std::vector<std::string> Messages;               // texts of message boxes
+inline std::vector<std::string> Played;                 // "wave name|address|volume|priority"
+inline std::map<std::string, std::string> UserSettings; // "application/section/key"
+inline std::string Date = "2026-11-21 12:00:00";
+
+} // namespace fakes
+
+// Base of all rule tests: every module and every fake in its start state, the socket connected.
+class RuleTest : public testing::Test {
+protected:
+    RuleTest();
+};

@@ -1,0 +1,68 @@
+// The controls of the output window: the two text boxes and the scroll bar between them.
+//
+// rtfOutPut is a queue: what is appended and removed is applied to the window once a frame, and
+// what a removal takes away again is never inserted. Lengths count what has been queued. None of
+// the calls nests.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace mw {
+
+namespace rtfOutPut {
+
+// Characters in the box. A line break counts as one.
+std::size_t TextLength();
+
+// Appends text in a colour (0x00BBGGRR) and a font. LF breaks the line. A size that is no number
+// of points from 1 to 200 stands for the box's own.
+void Append(std::string_view text, std::int32_t colour, const std::string& fontName,
+            const std::string& fontSize);
+
+// Removes that many characters from the beginning.
+void RemoveFirst(std::size_t count);
+
+// Puts the caret behind the last character and scrolls there.
+void MoveCaretToEnd();
+
+// Switches painting off, so that a trim is not seen, and on again.
+void SetRedraw(bool on);
+
+// Asks for one repaint.
+void Refresh();
+
+// Hands the box's window messages to OutputWindowMessage (terminal/OutPutScroll.h) before the box
+// sees them. Returns a token that stands for how the box handled them so far.
+std::int32_t Hook();
+
+// Undoes Hook.
+void Unhook(std::int32_t token);
+
+// Lets the box handle the message that OutputWindowMessage was given.
+void CallPrevious(std::int32_t token, std::int32_t message);
+
+} // namespace rtfOutPut
+
+namespace rtfScroll {
+
+// Shows the box with a formatted copy of rtfOutPut in its base font, or hides it; lays the window
+// out anew.
+void ShowCopyOfOutput();
+void Hide();
+
+} // namespace rtfScroll
+
+namespace vslRTF {
+
+std::int16_t Max();
+std::int16_t Value();
+
+// Moves the bar without a call of vslRTF_Change.
+void SetMaxAndValue(std::int16_t maximum);
+
+void SetChange(std::int16_t smallChange, std::int16_t largeChange);
+
+} // namespace vslRTF
+} // namespace mw

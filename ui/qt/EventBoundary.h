@@ -1,0 +1,16 @@
+// Where the platform's events enter the client's handlers.
+//
+// Every slot calls its handler through RunHandler, so that an error raised inside is shown and the
+// program goes on.
+#pragma once
+
+#include <functional>
+
+namespace mw {
+
+// Runs handler. An Error is shown in a message box, unless a box of the same handler (by name) is
+// still open: a timer that fails at every tick shows one. EndProgram ends the event loop with
+// status 1. Nests while a box is open.
+void RunHandler(const char* name, const std::function<void()>& handler);
+
+} // namespace mw

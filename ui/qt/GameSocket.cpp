@@ -1,0 +1,197 @@
+#include "ui/qt/GameSocket.h"
+
+#include "base/Error.h"
+#include "ui/Socket.h"
+#include "ui/qt/Text.h"
+
+#include <QNetworkProxy>
+
+#ifdef Q_OS_LINUX
+#include <fcntl.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+#include <unistd.h>
+#endif
+
+namespace mw {
+namespace {
+
+// The customary error numbers of sockets.
+constexpr int kBadAddress = 10049;
+constexpr int kReset = 10054;
+constexpr int kNoBuffers = 10055;
+
+struct ErrorRow {
+    QAbstractSocket::SocketError Code;
+    int Number;
+    const char* Description;
+};
+
+constexpr ErrorRow kErrors[] = {
+    {QAbstractSocket::ConnectionRefusedError, 10061, "Connection is forcefully rejected"},
+    {QAbstractSocket::HostNotFoundError, 11001, "Host not found"},
+    {QAbstractSocket::SocketTimeoutError, 10060, "The connection attempt timed out"},
+    {QAbstractSocket::SocketAccessError, 10013, "Permission denied"},
+    {QAbstractSocket::SocketResourceError, 10024, "Too many open sockets"},
+    {QAbstractSocket::AddressInUseError, 10048, "Address in use"},
+    {QAbstractSocket::SocketAddressNotAvailableError, kBadAddress, "Address not available"},
+    {QAbstractSocket::NetworkError, 10065, "The network or host can't be reached"},
+};
+
+ErrorRow RowOf(QAbstractSocket::SocketError code) {
+    for (const ErrorRow& row : kErrors) {
+        if (row.Code == code)
+            return row;
+    }
+    return {code, 10050, "The network failed"};
+}
+
+} // namespace
+
+GameSocket::GameSocket(QObject* parent) : QObject(parent) {}
+
+GameSocket::~GameSocket() { Close(); }
+
+std::int16_t GameSocket::State() const {
+    if (Failed)
+        return SocketError;
+    if (PeerClosed)
+        return SocketClosing;
+    if (!Tcp)
+        return SocketClosed;
+    switch (Tcp->state()) {
+    case QAbstractSocket::HostLookupState:
+        return SocketResolving;
+    case QAbstractSocket::ConnectingState:
+        return SocketConnecting;
+    case QAbstractSocket::ConnectedState:
+        return SocketConnected;
+    default:
+        return SocketConnecting; // between two addresses of one host
+    }
+}
+
+void GameSocket::Connect(const std::string& host, std::int16_t port) {
+    if (State() != SocketClosed)
+        Raise(InvalidSocketState, "wskTCP");
+    ++Generation;
+    Tcp = std::make_unique<QTcpSocket>();
+    Tcp->setProxy(QNetworkProxy::NoProxy);
+    Tcp->setReadBufferSize(kReadBuffer);
+    // Queued, so that nothing happens inside a call; Later drops what a Close has outrun.
+    connect(Tcp.get(), &QTcpSocket::connected, this, [this] { OnConnected(); });
+    connect(Tcp.get(), &QTcpSocket::readyRead, this, [this] { Later([this] { OnReadyRead(); }); });
+    connect(Tcp.get(), &QTcpSocket::disconnected, this, [this] {
+        PeerClosed = true;
+        Later([this] { OnDisconnected(); });
+    });
+    connect(Tcp.get(), &QTcpSocket::errorOccurred, this,
+            [this](QAbstractSocket::SocketError code) { OnError(code); });
+    if (port <= 0 || host.empty())
+        Fail(kBadAddress, tr("Address not available"));
+    else
+        Tcp->connectToHost(ToQString(host), static_cast<quint16>(port));
+}
+
+void GameSocket::Close() {
+    ++Generation;
+    Failed = PeerClosed = CloseWaits = false;
+#ifdef Q_OS_LINUX
+    if (Watch >= 0)
+        ::close(Watch);
+    Watch = -1;
+#endif
+    if (!Tcp)
+        return;
+    Tcp->disconnect(this);
+    Tcp->flush(); // what was sent before still goes out
+    Tcp->close();
+    Tcp.release()->deleteLater(); // it may be the sender of the event that runs
+}
+
+void GameSocket::Send(std::string_view bytes) {
+    if (State() != SocketConnected)
+        return;
+    Tcp->write(bytes.data(), static_cast<qint64>(bytes.size()));
+    if (Tcp->bytesToWrite() > kLongestSendQueue)
+        Fail(kNoBuffers, tr("The server does not read what is sent"));
+}
+
+std::string GameSocket::GetData() {
+    return Tcp ? Tcp->read(kLongestArrival).toStdString() : std::string();
+}
+
+void GameSocket::Later(const std::function<void()>& event) {
+    const auto send = [this, event, generation = Generation] {
+        if (generation == Generation)
+            event();
+    };
+    QMetaObject::invokeMethod(this, send, Qt::QueuedConnection);
+}
+
+void GameSocket::OnConnected() {
+    Tcp->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+#ifdef Q_OS_LINUX
+    Watch = ::fcntl(static_cast<int>(Tcp->socketDescriptor()), F_DUPFD_CLOEXEC, 0);
+#endif
+    Later([this] { emit connected(); });
+}
+
+// Bytes that arrive while a handler waits inside (a message box) are not signalled again, so all
+// that is there is handed over, and a signal from inside is left to the call that is under way.
+void GameSocket::OnReadyRead() {
+    if (Draining)
+        return;
+    Draining = true;
+    while (Tcp && !Failed && Tcp->bytesAvailable() > 0)
+        emit dataArrival();
+    Draining = false;
+    if (CloseWaits)
+        OnDisconnected();
+}
+
+// The close is told after the text that came before it.
+void GameSocket::OnDisconnected() {
+    CloseWaits = Draining;
+    if (Draining)
+        return;
+    OnReadyRead();
+    if (PeerClosed && !Failed)
+        emit closed();
+}
+
+void GameSocket::OnError(QAbstractSocket::SocketError code) {
+    if (code == QAbstractSocket::RemoteHostClosedError) {
+        if (WasReset())
+            Later([this] {
+                OnReadyRead();
+                Fail(kReset, tr("The connection was reset by the server"));
+            });
+        return; // else the disconnected signal follows
+    }
+    const ErrorRow row = RowOf(code);
+    Fail(row.Number, tr(row.Description));
+}
+
+void GameSocket::Fail(int number, const QString& description) {
+    if (Failed)
+        return;
+    Failed = true;
+    Later([this, number, description] { emit error(number, description); });
+}
+
+// Qt reports a reset as a close. The kernel knows better, and tells by the second descriptor that
+// was kept of the connection: after a server's close it waits for ours, after a reset it is gone.
+bool GameSocket::WasReset() const {
+#ifdef Q_OS_LINUX
+    tcp_info info{};
+    socklen_t size = sizeof info;
+    return Watch >= 0 && ::getsockopt(Watch, IPPROTO_TCP, TCP_INFO, &info, &size) == 0 &&
+           info.tcpi_state == TCP_CLOSE;
+#else
+    return false;
+#endif
+}
+
+} // namespace mw

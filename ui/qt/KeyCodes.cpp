@@ -1,0 +1,76 @@
+#include "ui/qt/KeyCodes.h"
+
+#include "ui/qt/Text.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace mw {
+namespace {
+
+struct KeyRow {
+    int Key;
+    std::int16_t Code;
+};
+
+constexpr KeyRow kKeys[] = {
+    {Qt::Key_Backspace, 8},    {Qt::Key_Tab, 9},
+    {Qt::Key_Backtab, 9},      {Qt::Key_Clear, 12},
+    {Qt::Key_Return, 13},      {Qt::Key_Enter, 13},
+    {Qt::Key_Shift, 16},       {Qt::Key_Control, 17},
+    {Qt::Key_Alt, 18},         {Qt::Key_Pause, 19},
+    {Qt::Key_CapsLock, 20},    {Qt::Key_Escape, 27},
+    {Qt::Key_Space, 32},       {Qt::Key_PageUp, 33},
+    {Qt::Key_PageDown, 34},    {Qt::Key_End, 35},
+    {Qt::Key_Home, 36},        {Qt::Key_Left, 37},
+    {Qt::Key_Up, 38},          {Qt::Key_Right, 39},
+    {Qt::Key_Down, 40},        {Qt::Key_Print, 44},
+    {Qt::Key_Insert, 45},      {Qt::Key_Delete, 46},
+    {Qt::Key_Meta, 91},        {Qt::Key_Menu, 93},
+    {Qt::Key_NumLock, 144},    {Qt::Key_ScrollLock, 145},
+    {Qt::Key_Semicolon, 186},  {Qt::Key_Equal, 187},
+    {Qt::Key_Comma, 188},      {Qt::Key_Minus, 189},
+    {Qt::Key_Period, 190},     {Qt::Key_Slash, 191},
+    {Qt::Key_QuoteLeft, 192},  {Qt::Key_BracketLeft, 219},
+    {Qt::Key_Backslash, 220},  {Qt::Key_BracketRight, 221},
+    {Qt::Key_Apostrophe, 222},
+};
+
+constexpr KeyRow kKeypad[] = {
+    {Qt::Key_Asterisk, 106}, {Qt::Key_Plus, 107},  {Qt::Key_Minus, 109},
+    {Qt::Key_Period, 110},   {Qt::Key_Comma, 110}, {Qt::Key_Slash, 111},
+};
+
+template <std::size_t Size> std::int16_t Lookup(const KeyRow (&rows)[Size], int key) {
+    const auto* const row = std::find_if(std::begin(rows), std::end(rows),
+                                         [key](const KeyRow& r) { return r.Key == key; });
+    return row == std::end(rows) ? std::int16_t{0} : row->Code;
+}
+
+// first + (key - firstKey), for the runs of keys whose codes run as well.
+std::int16_t Nth(int key, int firstKey, int first) {
+    return static_cast<std::int16_t>(first + key - firstKey);
+}
+
+} // namespace
+
+std::int16_t KeyCodeOf(const QKeyEvent& event) {
+    const int key = event.key();
+    const bool keypad = event.modifiers().testFlag(Qt::KeypadModifier);
+    if (key >= Qt::Key_0 && key <= Qt::Key_9)
+        return Nth(key, Qt::Key_0, keypad ? 96 : 48);
+    if (keypad && Lookup(kKeypad, key) != 0)
+        return Lookup(kKeypad, key);
+    if (key >= Qt::Key_A && key <= Qt::Key_Z)
+        return Nth(key, Qt::Key_A, 65);
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F24)
+        return Nth(key, Qt::Key_F1, 112);
+    return Lookup(kKeys, key);
+}
+
+std::int16_t CharacterOf(const QKeyEvent& event) {
+    const std::string typed = FromQString(event.text());
+    return typed.empty() ? std::int16_t{0} : static_cast<unsigned char>(typed.front());
+}
+
+} // namespace mw

@@ -1,0 +1,61 @@
+// The text box of the output: coloured runs at its end, removals at its beginning.
+//
+// Both are queued and applied once a frame in one edit; a run that a removal takes away again
+// before that is never inserted. Whoever reads the box with keys, mouse or by accessibility sees
+// the queue applied first. 40-character runs one by one cost 5 times as much.
+#pragma once
+
+#include <deque>
+
+#include <QTextEdit>
+#include <QTimer>
+
+namespace mw {
+
+class OutputView : public QTextEdit {
+    Q_OBJECT
+
+public:
+    explicit OutputView(QWidget* parent = nullptr);
+
+    // Characters, those in the queue included.
+    std::size_t Length() const { return DocumentLength - Removed + QueuedLength; }
+
+    void Append(const QString& text, const QTextCharFormat& format);
+    void RemoveFirst(std::size_t count);
+    void ScrollToEnd();
+
+    // Brings the box up to date now.
+    void Apply();
+
+    // The same text and colours as another box, in that box's font.
+    void CopyFrom(OutputView& other);
+
+signals:
+    // The queue was applied.
+    void applied();
+
+protected:
+    bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    QMimeData* createMimeDataFromSelection() const override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    struct Run {
+        QString Text;
+        QTextCharFormat Format;
+    };
+
+    void ApplyRemoval(QTextCursor& cursor);
+    void ApplyRuns(QTextCursor& cursor);
+
+    std::deque<Run> Queue;
+    std::size_t QueuedLength = 0;
+    std::size_t DocumentLength = 0;
+    std::size_t Removed = 0; // of the document's characters, not applied yet
+    bool AtEnd = true;       // the last line is to stay in sight
+    QTimer Frame;
+};
+
+} // namespace mw
