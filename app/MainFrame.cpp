@@ -1,6 +1,8 @@
 #include "app/MainFrame.h"
 
 #include "base/Globals.h"
+#include "base/Notice.h"
+#include "config/MRegistry.h"
 #include "config/MudList.h"
 #include "terminal/Ansi.h"
 #include "terminal/Output.h"
@@ -21,6 +23,9 @@ void MDIForm_Load() {
     CurrentColour = kPlainWhite;
     ScrollBackActive = false;
     OutputRedrawOn = true;
+    OutputFontName = SettingAtStart("Settings", "Name", "Courier");
+    OutputFontSize = SettingAtStart("Settings", "Font", "10");
+    ShowNotice(Notice); // one may have come up before the status bar
     cboMud::SetListIndex(CurrentMud);
     cboMud_Click(CurrentMud);
 }

@@ -93,7 +93,7 @@ void frmMain::ShowOutput() {
     }
     Output = new frmOutput;
     QMdiSubWindow* const window = ClientArea->addSubWindow(
-        Output, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint);
+        Output, Qt::SubWindow | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setWindowIcon(QIcon());
     window->showMaximized();

@@ -1,12 +1,11 @@
 // Entry of the client: command line, application folder, main frame.
 #include "app/MainFrame.h"
+#include "app/StartUp.h"
 #include "app/frmMain.h"
-#include "automation/Macros.h"
+#include "base/Numbers.h"
 #include "config/FileHandler.h"
 #include "config/MudList.h"
-#include "config/Palette.h"
 #include "net/Connection.h"
-#include "ui/FrameControls.h"
 #include "ui/qt/EventBoundary.h"
 #include "ui/qt/Text.h"
 
@@ -31,22 +30,27 @@ QString ChooseApplicationFolder(const QString& home) {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/quillmere";
 }
 
-// Index in the mud list of the game called name, or of a new entry for HOST:PORT. -1 when name is
-// neither.
+// Index in the mud list of the game called name, or of the entry for HOST:PORT, which is added when
+// it is not there. -1 when name is neither.
 int FindOrAddMud(const std::string& name) {
-    const auto named = std::find_if(mw::MudList.begin(), mw::MudList.end(),
-                                    [&name](const mw::MudEntry& mud) { return mud.Name == name; });
-    if (named != mw::MudList.end())
-        return static_cast<int>(named - mw::MudList.begin());
-    const QString text = mw::ToQString(name);
-    const qsizetype colon = text.lastIndexOf(':');
-    bool isNumber = false;
-    const short port = text.mid(colon + 1).toShort(&isNumber);
-    if (colon < 1 || !isNumber)
+    const auto indexOf = [](const auto& wanted) {
+        const auto found = std::find_if(mw::MudList.begin(), mw::MudList.end(), wanted);
+        return found == mw::MudList.end() ? -1 : static_cast<int>(found - mw::MudList.begin());
+    };
+    const int named = indexOf([&name](const mw::MudEntry& mud) { return mud.Name == name; });
+    if (named >= 0)
+        return named;
+    const std::size_t colon = name.rfind(':');
+    if (colon == std::string::npos || colon == 0 || !mw::IsNumeric(name.substr(colon + 1)))
         return -1;
     mw::MudEntry mud;
-    mud.Name = mud.Address = mw::FromQString(text.left(colon));
-    mud.Port = port;
+    mud.Name = mud.Address = name.substr(0, colon);
+    mud.Port = mw::ToInt16(name.substr(colon + 1));
+    const int same = indexOf([&mud](const mw::MudEntry& other) {
+        return other.Address == mud.Address && other.Port == mud.Port;
+    });
+    if (same >= 0)
+        return same;
     mw::MudList.push_back(mud);
     return static_cast<int>(mw::MudList.size()) - 1;
 }
@@ -74,19 +78,29 @@ int main(int argc, char* argv[]) {
     const QString folder = ChooseApplicationFolder(parser.value(home));
     QDir().mkpath(folder);
     mw::ApplicationFolder = folder.toStdU16String();
-    mw::Palette = mw::kDefaultPalette;
-
-    if (parser.isSet(connectTo)) {
-        const int index = FindOrAddMud(mw::FromQString(parser.value(connectTo)));
-        if (index < 0) {
-            qCritical("There is no game of that name, and it is not HOST:PORT.");
-            return 2;
-        }
-        mw::CurrentMud = static_cast<std::int16_t>(index);
+    int game = 0;
+    const bool loaded = mw::RunAtStart([&] {
+        mw::PrepareFolders();
+        mw::RunAllStages();
+        if (parser.isSet(connectTo))
+            game = FindOrAddMud(mw::FromQString(parser.value(connectTo)));
+    });
+    if (!loaded)
+        return 1;
+    if (game < 0) {
+        qCritical("There is no game of that name, and it is not HOST:PORT.");
+        return 2;
     }
+    mw::CurrentMud = static_cast<std::int16_t>(game);
+
     mw::frmMain frame;
     frame.show();
     if (parser.isSet(connectTo))
         QTimer::singleShot(0, &frame, [] { mw::RunHandler("ConnectToMud", mw::ConnectToMud); });
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    if (status == 0) {
+        mw::SavingMode = true;
+        mw::RunAllStages();
+    }
+    return status;
 }

@@ -11,6 +11,10 @@ std::string_view Description(RunTimeError number) {
         return "Subscript out of range";
     case TypeMismatch:
         return "Type mismatch";
+    case FileNotFound:
+        return "File not found";
+    case InputPastEnd:
+        return "Input past end of file";
     case PathFileAccess:
         return "Path/File access error";
     case InvalidSocketState:

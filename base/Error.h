@@ -26,6 +26,8 @@ enum RunTimeError : std::int32_t {
     Overflow = 6,
     SubscriptOutOfRange = 9,
     TypeMismatch = 13,
+    FileNotFound = 53,
+    InputPastEnd = 62,
     PathFileAccess = 75,
     InvalidSocketState = 40020,
 };

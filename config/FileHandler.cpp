@@ -4,38 +4,96 @@
 #include "base/Error.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <system_error>
+#include <unistd.h>
 
 namespace mw {
 namespace {
 
 namespace fs = std::filesystem;
 
-fs::path PathOf(std::string name) {
+// In the file system's own units, of which it takes 255: room for an extension is left.
+constexpr std::size_t kLongestFileName = 240;
+
+fs::path RelativePath(std::string name) {
     std::replace(name.begin(), name.end(), '\\', static_cast<char>(fs::path::preferred_separator));
     return fs::path(ToUnicode(name)).relative_path();
 }
 
+void MakeWritable(const fs::path& path) {
+    std::error_code ignored;
+    fs::permissions(path, fs::perms::owner_write, fs::perm_options::add, ignored);
+}
+
+// Returns false when not every byte has reached the disk.
+bool WriteSynced(const fs::path& path, std::string_view contents) {
+    std::FILE* const file = std::fopen(path.c_str(), "wb");
+    if (file == nullptr)
+        return false;
+    bool whole = std::fwrite(contents.data(), 1, contents.size(), file) == contents.size();
+    whole = std::fflush(file) == 0 && whole;
+    whole = ::fsync(::fileno(file)) == 0 && whole;
+    return std::fclose(file) == 0 && whole;
+}
+
 } // namespace
+
+fs::path PathBelow(const std::string& name) { return ApplicationFolder / RelativePath(name); }
 
 bool Exists(const std::string& file, const std::string& folder) {
     std::error_code ignored;
-    return fs::exists(ApplicationFolder / PathOf(folder) / PathOf(file), ignored);
+    const fs::path below = PathBelow(folder);
+    return fs::exists(file.empty() ? below : below / RelativePath(file), ignored);
 }
 
 void MakeFolder(const std::string& name) {
     std::error_code failure;
-    if (!fs::create_directory(ApplicationFolder / PathOf(name), failure))
+    if (!fs::create_directory(PathBelow(name), failure))
         Raise(PathFileAccess, "MakeFolder");
 }
 
-bool IsFolderName(std::string_view name) {
-    const bool ownFolder = name == "Data" || name == "Macros";
-    const bool dots = name.find_first_not_of(". ") == std::string_view::npos; // "", ".", ".."
-    const bool reserved = name.find_first_of("/\\:") != std::string_view::npos;
+void DeleteFile(const fs::path& file, const std::string&) {
+    std::error_code ignored;
+    if (!fs::is_regular_file(file, ignored))
+        return;
+    MakeWritable(file);
+    fs::remove(file, ignored);
+}
+
+std::string ReadFile(const std::string& name) {
+    const fs::path path = PathBelow(name);
+    std::error_code ignored;
+    if (!fs::exists(path, ignored))
+        Raise(FileNotFound, "ReadFile");
+    std::ifstream file(path, std::ios::binary);
+    if (!file || !fs::is_regular_file(path, ignored))
+        Raise(PathFileAccess, "ReadFile");
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void WriteFile(const std::string& name, std::string_view contents) {
+    const fs::path path = PathBelow(name);
+    const fs::path neighbour = fs::path(path) += ".new";
+    std::error_code failure;
+    if (WriteSynced(neighbour, contents))
+        fs::rename(neighbour, path, failure);
+    std::error_code ignored;
+    fs::remove(neighbour, ignored);
+}
+
+bool IsFileName(std::string_view name) {
+    const bool separator = name.find_first_of("/\\:") != std::string_view::npos;
     const bool control = std::any_of(name.begin(), name.end(),
                                      [](char c) { return static_cast<unsigned char>(c) < 32; });
-    return !ownFolder && !dots && !reserved && !control && name.size() <= 200;
+    return !separator && !control && name != "." && name != ".." && name.size() <= kLongestFileName;
+}
+
+bool IsFolderName(std::string_view name) {
+    const bool dotsOnly = name.find_first_not_of(". ") == std::string_view::npos;
+    return IsFileName(name) && !dotsOnly && name != "Data" && name != "Macros";
 }
 
 } // namespace mw

@@ -13,6 +13,9 @@ namespace mw {
 // The folder that all names below are relative to. Set once, when the program starts.
 inline std::filesystem::path ApplicationFolder;
 
+// Application folder + name.
+std::filesystem::path PathBelow(const std::string& name);
+
 // True when application folder + folder + file is a file or a folder; either name may be empty.
 // Raises nothing.
 bool Exists(const std::string& file, const std::string& folder);
@@ -21,8 +24,25 @@ bool Exists(const std::string& file, const std::string& folder);
 // when the folder exists already.
 void MakeFolder(const std::string& name);
 
-// True when the name of a game can be the name of its folder: one path component that stays below
-// the application folder and is not one of the client's own folders.
+// Deletes file, read-only or not. The name is taken as it is given, against the current working
+// directory; folder makes no difference, on purpose. Callers that mean a certain file give its
+// whole path. Every failure is ignored.
+void DeleteFile(const std::filesystem::path& file, const std::string& folder);
+
+// The bytes of application folder + name. Raises File not found when it is not there, Path/File
+// access error when it can't be read.
+std::string ReadFile(const std::string& name);
+
+// Makes contents the whole file at application folder + name: written beside it, synced and moved
+// over the old one, read-only or not. A failure is silent and leaves the old contents.
+void WriteFile(const std::string& name, std::string_view contents);
+
+// True when name can be the name of a file or folder of ours: one path component, with no
+// separator, drive or control character, that leads nowhere else.
+bool IsFileName(std::string_view name);
+
+// True when the name of a game can be the name of its folder: a file name that is not one of the
+// client's own folders.
 bool IsFolderName(std::string_view name);
 
 } // namespace mw

@@ -1,9 +1,45 @@
 #include "config/MudList.h"
 
 #include "base/Error.h"
+#include "base/Lines.h"
+#include "base/Numbers.h"
+#include "config/FileHandler.h"
 #include "config/MakerAddresses.h"
+#include "ui/MessageBox.h"
+
+#include <algorithm>
+#include <limits>
 
 namespace mw {
+namespace {
+
+constexpr const char* kFile = "Data\\muds.lst";
+constexpr const char* kMakersName = "Quillmere";
+
+// Reads the seven lines of a record, by position: only what stands after the "=" counts.
+void ReadRecord(LineReader& reader, std::size_t& counter, std::vector<MudEntry>& muds) {
+    const std::string nameLine = ReadLine(reader);
+    if (counter == 0 && !ContainsText(nameLine, kMakersName))
+        counter = 1; // entry 0 stays the maker's own
+    muds.resize(std::max(muds.size(), counter + 1));
+    MudEntry& mud = muds[counter];
+    mud.Name = ValueAfterEquals(nameLine);
+    mud.Address = ValueAfterEquals(ReadLine(reader));
+    mud.Port = ToInt16(ValueAfterEquals(ReadLine(reader)));
+    mud.SndD = ToBoolean(ValueAfterEquals(ReadLine(reader)));
+    mud.SndM = ToBoolean(ValueAfterEquals(ReadLine(reader)));
+    mud.Msp = ToBoolean(ValueAfterEquals(ReadLine(reader)));
+    // Meant: the seventh line lands in entry 0, whichever record it belongs to.
+    muds[0].SndW = ToBoolean(ValueAfterEquals(ReadLine(reader)));
+}
+
+[[noreturn]] void RefuseLine(const std::string& line) {
+    ShowMessage("An error has occured loading the mud list");
+    ShowMessage(line);
+    throw EndProgram{};
+}
+
+} // namespace
 
 std::vector<MudEntry> DefaultMudList() {
     MudEntry entry;
@@ -18,6 +54,52 @@ const MudEntry& MudAt(std::int16_t index) {
         Raise(SubscriptOutOfRange, "MudList");
     return MudList[static_cast<std::size_t>(index)];
 }
+
+std::string FormatMudList(const std::vector<MudEntry>& muds) {
+    std::string text;
+    const auto write = [&text](const std::string& line) { text.append(line).append("\r\n"); };
+    const auto writeSwitch = [&write](const char* key, bool value) {
+        write(key + std::string(BooleanText(value)));
+    };
+    for (const MudEntry& mud : muds) {
+        write("[Mud]");
+        write("Mud=" + mud.Name);
+        write("Addy=" + mud.Address);
+        write("Port=" + std::to_string(mud.Port));
+        writeSwitch("SndD=", mud.SndD);
+        writeSwitch("SndM=", mud.SndM);
+        writeSwitch("Msp=", mud.Msp);
+        writeSwitch("SndW=", mud.SndW);
+    }
+    write("[End]");
+    return text;
+}
+
+std::vector<MudEntry> ParseMudList(std::string_view text, std::vector<MudEntry> muds) {
+    LineReader reader{text};
+    std::string line = ReadLine(reader);
+    for (std::size_t counter = 0; !AtEnd(reader); ++counter) {
+        if (line.starts_with("[End]"))
+            break;
+        if (!line.starts_with("[Mud]"))
+            RefuseLine(line);
+        if (counter > std::numeric_limits<std::int16_t>::max())
+            Raise(Overflow, "ParseMudList");
+        ReadRecord(reader, counter, muds);
+        if (!AtEnd(reader))
+            line = ReadLine(reader);
+    }
+    return muds;
+}
+
+void LoadMudList() {
+    if (Exists("muds.lst", "Data"))
+        MudList = ParseMudList(ReadFile(kFile), MudList);
+    else
+        SaveMudList();
+}
+
+void SaveMudList() { WriteFile(kFile, FormatMudList(MudList)); }
 
 void ResetMudList() {
     MudList = DefaultMudList();

@@ -1,4 +1,5 @@
-// The mud list: the player's address book of games, and which of them is chosen.
+// The mud list: the player's address book of games, which of them is chosen, and the file
+// Data\muds.lst that keeps them (docs/formats.md).
 //
 // Entry 0 is the maker's own game. The choosers show the list in its order, so that a row is an
 // index. The connection takes name, address and port of the chosen entry; the sound switches
@@ -7,6 +8,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace mw {
@@ -31,6 +33,23 @@ inline std::int16_t CurrentMud = 0; // index of the chosen entry; may lie outsid
 
 // The entry at index. Raises Subscript out of range when there is none.
 const MudEntry& MudAt(std::int16_t index);
+
+// The file's text for muds.
+std::string FormatMudList(const std::vector<MudEntry>& muds);
+
+// Reads text over muds and returns the result. A first record that is not the maker's goes to entry
+// 1. A line where a record or the end should stand shows two messages and raises EndProgram. Raises
+// Overflow for a port or a number of records beyond 16 bits, Type mismatch for a port or a switch
+// that is none, Input past end of file when a record is cut off or the text is empty. The last line
+// is never looked at.
+std::vector<MudEntry> ParseMudList(std::string_view text, std::vector<MudEntry> muds);
+
+// Reads the file into MudList, or writes it from there when there is none. Raises what ReadFile and
+// ParseMudList raise; the list is as it was then.
+void LoadMudList();
+
+// Writes the file. Failures are silent.
+void SaveMudList();
 
 // The built-in entry alone, and chosen. Used at start and by tests.
 void ResetMudList();

@@ -1,8 +1,10 @@
 #include "fakes/Fakes.h"
 
+#include "app/StartUp.h"
 #include "automation/CommandBox.h"
 #include "automation/Macros.h"
 #include "base/Globals.h"
+#include "base/Notice.h"
 #include "config/MudList.h"
 #include "config/Palette.h"
 #include "net/Connection.h"
@@ -13,9 +15,11 @@
 #include "terminal/OutPutScroll.h"
 #include "terminal/Output.h"
 #include "ui/Clock.h"
+#include "ui/Events.h"
 #include "ui/InputControls.h"
 #include "ui/MessageBox.h"
 #include "ui/Players.h"
+#include "ui/RegistryStore.h"
 #include "ui/Timers.h"
 #include "ui/UserSettings.h"
 
@@ -65,6 +69,8 @@ RuleTest::RuleTest() {
     mw::WholeSequenceMode = true;
     mw::PreviousProcedure = 0;
     mw::Palette = mw::kDefaultPalette;
+    mw::Notice.clear();
+    mw::SavingMode = false;
     fakes::Calls.clear();
     fakes::Sends.clear();
     fakes::SocketState = mw::SocketConnected;
@@ -81,6 +87,9 @@ RuleTest::RuleTest() {
     fakes::Messages.clear();
     fakes::Played.clear();
     fakes::UserSettings.clear();
+    fakes::EventRuns = 0;
+    fakes::Registry.clear();
+    fakes::CreateCode = fakes::OpenCode = fakes::SetCode = fakes::QueryCode = fakes::OpenKeys = 0;
 }
 
 namespace mw {
@@ -275,6 +284,51 @@ std::string GetUserSetting(const std::string& application, const std::string& se
                            const std::string& key, const std::string& fallback) {
     const auto found = fakes::UserSettings.find(application + "/" + section + "/" + key);
     return found == fakes::UserSettings.end() ? fallback : found->second;
+}
+
+void DoEvents() { ++fakes::EventRuns; }
+
+std::int32_t CreateKey(const std::string& path, RegistryKey& key) {
+    if (fakes::CreateCode != kSuccess)
+        return fakes::CreateCode;
+    fakes::Registry[path];
+    key.Path = path;
+    ++fakes::OpenKeys;
+    return kSuccess;
+}
+
+std::int32_t OpenKey(const std::string& path, RegistryKey& key) {
+    if (fakes::OpenCode != kSuccess)
+        return fakes::OpenCode;
+    if (!fakes::Registry.contains(path))
+        return kNotFound;
+    key.Path = path;
+    ++fakes::OpenKeys;
+    return kSuccess;
+}
+
+std::int32_t SetStringValue(const RegistryKey& key, const std::string& name,
+                            const std::string& data) {
+    if (fakes::SetCode == kSuccess)
+        fakes::Registry[key.Path][name] = {kStringType, data + '\0'};
+    return fakes::SetCode;
+}
+
+std::int32_t QueryValue(const RegistryKey& key, const std::string& name, RegistryValue& value) {
+    if (fakes::QueryCode != kSuccess)
+        return fakes::QueryCode;
+    const auto& section = fakes::Registry[key.Path];
+    const auto found = section.find(name);
+    if (found == section.end())
+        return kNotFound;
+    value = {found->second.Type, found->second.Data};
+    return kSuccess;
+}
+
+void CloseKey(RegistryKey& key) {
+    if (!key.Path.empty())
+        --fakes::OpenKeys;
+    key.Path.clear();
 }
 
 void DeleteUserSettings(const std::string& application) {

@@ -50,6 +50,21 @@ inline std::map<int, std::string> Panels;
 inline std::vector<std::string> Messages;               // texts of message boxes
 inline std::vector<std::string> Played;                 // "wave name|address|volume|priority"
 inline std::map<std::string, std::string> UserSettings; // "application/section/key"
+inline int EventRuns = 0;                               // calls of DoEvents
+
+// The registry: values by key path and name, as the platform holds them (a string with its
+// terminating zero). A code other than 0 is what the call answers.
+struct StoredValue {
+    std::uint32_t Type = 0;
+    std::string Data;
+};
+inline std::map<std::string, std::map<std::string, StoredValue>> Registry;
+inline std::int32_t CreateCode = 0;
+inline std::int32_t OpenCode = 0;
+inline std::int32_t SetCode = 0;
+inline std::int32_t QueryCode = 0;
+inline int OpenKeys = 0; // keys opened and not closed
+
 inline std::string Date = "2026-11-21 12:00:00";
 
 } // namespace fakes

@@ -13,10 +13,14 @@ namespace {
 
 std::set<std::string> OpenBoxes; // handlers whose error is being shown
 
-void ShowError(const std::string& handler, const Error& error) {
+void Show(const Error& error) {
+    ShowMessage("Run-time error " + std::to_string(error.Number) + ": " + error.Description);
+}
+
+void ShowOnce(const std::string& handler, const Error& error) {
     if (!OpenBoxes.insert(handler).second)
         return;
-    ShowMessage("Run-time error " + std::to_string(error.Number) + ": " + error.Description);
+    Show(error);
     OpenBoxes.erase(handler);
 }
 
@@ -26,10 +30,21 @@ void RunHandler(const char* name, const std::function<void()>& handler) {
     try {
         handler();
     } catch (const Error& error) {
-        ShowError(name, error);
+        ShowOnce(name, error);
     } catch (const EndProgram&) {
         QCoreApplication::exit(1);
     }
+}
+
+bool RunAtStart(const std::function<void()>& work) {
+    try {
+        work();
+        return true;
+    } catch (const Error& error) {
+        Show(error);
+    } catch (const EndProgram&) {
+    }
+    return false;
 }
 
 } // namespace mw

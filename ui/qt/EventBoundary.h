@@ -13,4 +13,8 @@ namespace mw {
 // status 1. Nests while a box is open.
 void RunHandler(const char* name, const std::function<void()>& handler);
 
+// Runs what the start-up needs to succeed. False, with the Error shown, when it did not: the
+// program is to end with status 1 and to write nothing. EndProgram has shown its own boxes.
+bool RunAtStart(const std::function<void()>& work);
+
 } // namespace mw

@@ -1,0 +1,176 @@
+#include "automation/MacroFiles.h"
+
+#include "base/Error.h"
+#include "base/Numbers.h"
+#include "config/FileHandler.h"
+#include "ui/MessageBox.h"
+
+#include <algorithm>
+#include <array>
+
+namespace mw {
+namespace {
+
+struct KeyWord {
+    std::string_view Word;
+    KeyTable MacroSet::*Table;
+};
+
+// In the order in which the writer goes through them for each key code.
+constexpr std::array<KeyWord, 4> kKeyWords = {{
+    {"AltKey", &MacroSet::AltKey},
+    {"CTRLkey", &MacroSet::CtrlKey},
+    {"NormKey", &MacroSet::NormKey},
+    {"ShiftKey", &MacroSet::ShiftKey},
+}};
+
+std::string FileName(const std::string& setName) { return "Macros\\" + setName + ".mco"; }
+
+std::int16_t ReadKeyIndex(std::string_view keyWord, const std::string& line) {
+    const std::size_t equals = line.find('=');
+    const std::string code = equals == std::string::npos
+                                 ? std::string()
+                                 : line.substr(keyWord.size(), equals - keyWord.size());
+    if (!IsNumeric(code)) {
+        ShowMessage("An Error has occured loading the macros");
+        ShowMessage("GetArrayPoint " + code);
+        ShowMessage("Error Point \r\n" + line + "\r\n");
+        throw EndProgram{};
+    }
+    return ToInt16(code);
+}
+
+std::int16_t ReadTriggerIndex(const std::string& line) {
+    const std::string value = ValueAfterEquals(line);
+    if (IsNumeric(value))
+        return ToInt16(value);
+    ShowMessage("An error has occured loading a trigger value");
+    ShowMessage(line);
+    ShowMessage(value);
+    return 0;
+}
+
+// The entry at index; the table grows to hold it and never shrinks.
+template <typename Entry> Entry& EntryAt(std::vector<Entry>& table, std::int16_t index) {
+    if (index < 0)
+        Raise(SubscriptOutOfRange, "EntryAt");
+    const auto position = static_cast<std::size_t>(index);
+    table.resize(std::max(table.size(), position + 1));
+    return table[position];
+}
+
+void ReadAlias(LineReader& reader, MacroSet& set) {
+    AliasEntry& entry = EntryAt(set.Aliases, ReadTriggerIndex(ReadLine(reader)));
+    entry.Alias = ValueAfterEquals(ReadLine(reader));
+    entry.Replace = ValueAfterEquals(ReadLine(reader));
+    entry.IsEnabled = ToBoolean(ValueAfterEquals(ReadLine(reader)));
+}
+
+void ReadTrigger(LineReader& reader, MacroSet& set) {
+    TriggerEntry& entry = EntryAt(set.Triggers, ReadTriggerIndex(ReadLine(reader)));
+    entry.Trigger = ValueAfterEquals(ReadLine(reader));
+    ReadReaction(reader); // meant: what is read is not stored, the entry keeps its reaction
+}
+
+[[noreturn]] void RefuseLine(const MacroSet& set, const std::string& line) {
+    ShowMessage("An error has occured in loading a macroset");
+    ShowMessage("Macroset " + set.Name);
+    ShowMessage("Curreadline " + line);
+    throw EndProgram{};
+}
+
+void ReadItem(LineReader& reader, const std::string& line, MacroSet& set) {
+    const auto* const key =
+        std::find_if(kKeyWords.begin(), kKeyWords.end(),
+                     [&line](const KeyWord& k) { return line.starts_with(k.Word); });
+    if (key != kKeyWords.end())
+        SetKeyText(set.*(key->Table), ReadKeyIndex(key->Word, line), ValueAfterEquals(line));
+    else if (line.starts_with("[Alias]"))
+        ReadAlias(reader, set);
+    else if (line.starts_with("[Trigger]"))
+        ReadTrigger(reader, set);
+    else
+        RefuseLine(set, line);
+}
+
+} // namespace
+
+std::string FormatMacroSet(const MacroSet& set) {
+    std::string text;
+    const auto write = [&text](const std::string& line) { text.append(line).append("\r\n"); };
+    for (std::int16_t code = 0; code <= 255; ++code) {
+        for (const KeyWord& key : kKeyWords) {
+            const std::string& macro = KeyText(set.*(key.Table), code);
+            if (!macro.empty())
+                write(std::string(key.Word) + std::to_string(code) + "=" + macro);
+        }
+    }
+    for (std::size_t i = 0; i < set.Triggers.size(); ++i) {
+        if (set.Triggers[i].Trigger.empty())
+            continue;
+        write("[Trigger]");
+        write("Value=" + std::to_string(i));
+        write("Trigger=" + set.Triggers[i].Trigger);
+        write("React=" + set.Triggers[i].React);
+        write("~");
+    }
+    for (std::size_t i = 0; i < set.Aliases.size(); ++i) {
+        if (set.Aliases[i].Alias.empty())
+            continue;
+        write("[Alias]");
+        write("Value=" + std::to_string(i));
+        write("Alias=" + set.Aliases[i].Alias);
+        write("Replace=" + set.Aliases[i].Replace);
+        write("IsEnabled=" + std::string(BooleanText(set.Aliases[i].IsEnabled)));
+    }
+    write("[End]");
+    return text;
+}
+
+MacroSet ParseMacroSet(std::string_view text, MacroSet set) {
+    LineReader reader{text};
+    std::string line = ReadLine(reader);
+    while (!AtEnd(reader) && !line.starts_with("[End]")) {
+        ReadItem(reader, line, set);
+        line = ReadLine(reader);
+    }
+    return set;
+}
+
+std::string ReadReaction(LineReader& reader) {
+    std::string joined;
+    for (std::string line = ReadLine(reader); !line.starts_with('~'); line = ReadLine(reader))
+        joined += line;
+    return joined;
+}
+
+void LoadMacroSet(const std::string& name, std::int16_t index) {
+    if (!IsFileName(name))
+        return;
+    if (!Exists(name + ".mco", "Macros")) {
+        SaveMacroSet(name, index);
+        return;
+    }
+    const auto position = static_cast<std::size_t>(index);
+    MacroSets.at(position) = ParseMacroSet(ReadFile(FileName(name)), MacroSets.at(position));
+}
+
+void SaveMacroSet(const std::string& name, std::int16_t index) {
+    if (IsFileName(name))
+        WriteFile(FileName(name), FormatMacroSet(MacroSets.at(static_cast<std::size_t>(index))));
+}
+
+void LoadAllMacroSets() {
+    for (std::size_t i = 0; i < MacroSets.size(); ++i) {
+        CurrentMacroSet = static_cast<std::int16_t>(i);
+        LoadMacroSet(MacroSets[i].Name, CurrentMacroSet);
+    }
+    CurrentMacroSet = 0;
+}
+
+void SaveAllMacroSets() {
+    for (std::size_t i = 0; i < MacroSets.size(); ++i)
+        SaveMacroSet(MacroSets[i].Name, static_cast<std::int16_t>(i));
+}
+
+} // namespace mw

@@ -1,0 +1,119 @@
+#include "automation/Triggers.h"
+
+#include "automation/Macros.h"
+#include "base/Error.h"
+#include "base/Globals.h"
+#include "fakes/Fakes.h"
+
+#include <ostream>
+
+namespace mw {
+namespace {
+
+struct Case {
+    const char* Name;
+    std::vector<TriggerEntry> Triggers;
+    const char* Line;
+    const char* Sent;
+};
+
+void PrintTo(const Case& c, std::ostream* out) { *out << c.Name; }
+
+const Case kCases[] = {
+    {"TheEmptyTableSendsNothing", {{}}, "hungry\n", ""},
+    {"AMatchSendsItsReaction", {{"hungry", "eat bread"}}, "You are hungry.\n", "eat bread\r"},
+    {"AWholeLineMatches", {{"hungry\n", "eat"}}, "hungry\n", "eat\r"},
+    {"TheStartMatches", {{"You", "eat"}}, "You are hungry.", "eat\r"},
+    {"TheMiddleOfAWordMatches", {{"ngr", "eat"}}, "You are hungry.", "eat\r"},
+    {"NoMatchSendsNothing", {{"thirsty", "drink"}}, "You are hungry.\n", ""},
+    {"CaseMatters", {{"Hungry", "eat"}}, "You are hungry.\n", ""},
+    {"NoWildcards", {{"h*y", "eat"}, {"h.ngry", "eat"}}, "You are hungry.\n", ""},
+    {"EveryMatchFiresInTableOrder",
+     {{"You are hungry", "a"}, {"thirsty", "b"}, {"hungry", "c"}},
+     "You are hungry.\n",
+     "a\rc\r"},
+    {"AMatchFiresOnceALine", {{"a", "x"}}, "aaa\n", "x\r"},
+    {"AnEmptyFirstTriggerSwitchesAllOffOnPurpose", {{"", "a"}, {"hungry", "b"}}, "hungry\n", ""},
+    {"AnEmptyLaterTriggerMatchesEveryLineOnPurpose", {{"x", "a"}, {"", "b"}}, "hungry\n", "b\r"},
+    {"AnEmptyLaterTriggerMatchesALineFeed", {{"x", "a"}, {"", "b"}}, "\n", "b\r"},
+    {"AnEmptyLineMatchesNothing", {{"x", "a"}, {"", "b"}}, "", ""},
+    {"AnEmptyReactionSendsABareCr", {{"hungry", ""}}, "hungry\n", "\r"},
+    {"TheEscapeCharacterSendsSeveralCommands", {{"x", "a;b"}}, "x\n", "a\rb\r"},
+    {"LineBreaksInAReactionAreSentAsTheyAre", {{"x", "a\r\nb"}}, "x\n", "a\r\nb\r"},
+    {"ATriggerLongerThanTheLineDoesNotMatch", {{"hungry as a wolf", "x"}}, "hungry", ""},
+    {"HighCharactersAreCompared", {{"\xe4\xff", "x"}}, "a\xe4\xff.\n", "x\r"},
+};
+
+class TriggerCheck : public RuleTest, public testing::WithParamInterface<Case> {};
+
+TEST_P(TriggerCheck, SendsTheReactionsOfALine) {
+    CurrentSet().Triggers = GetParam().Triggers;
+    CheckTriggers(GetParam().Line);
+    EXPECT_EQ(fakes::Sent(), GetParam().Sent);
+}
+
+INSTANTIATE_TEST_SUITE_P(Lines, TriggerCheck, testing::ValuesIn(kCases),
+                         [](const auto& row) { return row.param.Name; });
+
+class Reactions : public RuleTest {};
+
+TEST_F(Reactions, ComeFromTheCurrentSetOnly) {
+    MacroSets.resize(2);
+    MacroSets[0].Triggers = {{"hungry", "eat"}};
+    MacroSets[1].Triggers = {{"hungry", "fast"}};
+    CheckTriggers("hungry\n");
+    CurrentMacroSet = 1;
+    CheckTriggers("hungry\n");
+    EXPECT_EQ(fakes::Sent(), "eat\rfast\r");
+}
+
+TEST_F(Reactions, AreNotSwitchedOffByAnotherSetsEmptyFirstTrigger) {
+    MacroSets.resize(2);
+    MacroSets[1].Triggers = {{"hungry", "fast"}};
+    CurrentMacroSet = 1;
+    CheckTriggers("hungry\n");
+    EXPECT_EQ(fakes::Sent(), "fast\r");
+}
+
+TEST_F(Reactions, AreNotExpandedAndNotEchoed) {
+    EchoOn = true;
+    CurrentSet().Aliases = {{"e", "exit", true}};
+    CurrentSet().Triggers = {{"hungry", "e"}};
+    CheckTriggers("hungry\n");
+    EXPECT_EQ(fakes::Calls, (std::vector<std::string>{"Send e", "Send \r"}));
+}
+
+TEST_F(Reactions, FireAgainEachTimeTheLineComes) {
+    CurrentSet().Triggers = {{"hungry", "I am hungry"}};
+    CheckTriggers("I am hungry\n");
+    CheckTriggers("I am hungry\n");
+    EXPECT_EQ(fakes::Sent(), "I am hungry\rI am hungry\r");
+}
+
+TEST_F(Reactions, GoThroughTheSendRulesWithoutAConnection) {
+    fakes::SocketState = SocketClosed;
+    CurrentSet().Triggers = {{"x", "a;b"}};
+    CheckTriggers("x\n");
+    EXPECT_EQ(fakes::Sent(), "\r\r");
+}
+
+TEST_F(Reactions, OfAThousandTriggersAreAllSent) {
+    CurrentSet().Triggers.assign(1000, {"x", "y"});
+    CheckTriggers("x\n");
+    EXPECT_EQ(fakes::Sends.size(), 2000u);
+}
+
+TEST_F(Reactions, NeedACurrentSet) {
+    for (const int index : {1, -1}) {
+        CurrentMacroSet = static_cast<std::int16_t>(index);
+        try {
+            CheckTriggers("x\n");
+            ADD_FAILURE() << "set " << index;
+        } catch (const Error& error) {
+            EXPECT_EQ(error.Number, SubscriptOutOfRange);
+        }
+    }
+}
+
+} // namespace
+} // namespace mw

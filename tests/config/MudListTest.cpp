@@ -1,0 +1,142 @@
+#include "config/MudList.h"
+
+#include "base/Error.h"
+#include "config/MakerAddresses.h"
+#include "fakes/Fakes.h"
+
+#include <cstdlib>
+#include <optional>
+
+namespace mw {
+namespace {
+
+// Sets or unsets an environment variable for the time of a test.
+class Environment {
+public:
+    Environment(const char* variable, const char* value) : Variable(variable) {
+        if (const char* const before = std::getenv(variable))
+            Before = before;
+        Set(value);
+    }
+
+    ~Environment() { Set(Before ? Before->c_str() : nullptr); }
+
+    Environment(const Environment&) = delete;
+    Environment& operator=(const Environment&) = delete;
+
+private:
+    void Set(const char* value) const {
+        if (value != nullptr)
+            setenv(Variable, value, 1);
+        else
+            unsetenv(Variable);
+    }
+
+    const char* Variable;
+    std::optional<std::string> Before;
+};
+
+class GameList : public RuleTest {};
+
+TEST_F(GameList, BeginsWithTheMakersGameAlone) {
+    const Environment host("QUILLMERE_GAME_HOST", nullptr);
+    const std::vector<MudEntry> list = DefaultMudList();
+    ASSERT_EQ(list.size(), 1u);
+    EXPECT_EQ(list[0].Name, "Quillmere");
+    EXPECT_EQ(list[0].Address, GameHost());
+    EXPECT_EQ(list[0].Port, 1234);
+    EXPECT_FALSE(list[0].Msp);
+    EXPECT_FALSE(list[0].SndW);
+    EXPECT_FALSE(list[0].SndM);
+    EXPECT_FALSE(list[0].SndD);
+}
+
+TEST_F(GameList, TakesTheMakersHostFromTheEnvironment) {
+    const Environment host("QUILLMERE_GAME_HOST", "game.example");
+    EXPECT_EQ(DefaultMudList()[0].Address, "game.example");
+}
+
+TEST_F(GameList, ReturnsToItsStart) {
+    MudList.resize(3);
+    MudList[0].Name = "Other";
+    CurrentMud = 2;
+    ResetMudList();
+    EXPECT_EQ(MudList, DefaultMudList());
+    EXPECT_EQ(CurrentMud, 0);
+}
+
+TEST_F(GameList, HasAnEntryForEachIndexInside) {
+    MudList.resize(3);
+    for (std::int16_t index = 0; index < 3; ++index)
+        EXPECT_EQ(&MudAt(index), &MudList[static_cast<std::size_t>(index)]);
+}
+
+TEST_F(GameList, HasNoneForAnIndexOutside) {
+    constexpr std::int16_t kOutside[] = {1, 2, 32767, -1, -32768};
+    for (const std::int16_t index : kOutside) {
+        try {
+            MudAt(index);
+            ADD_FAILURE() << index;
+        } catch (const Error& error) {
+            EXPECT_EQ(error.Number, SubscriptOutOfRange) << index;
+            EXPECT_EQ(error.Description, "Subscript out of range");
+        }
+    }
+}
+
+TEST_F(GameList, HasItsLastEntryAtTheLargestIndex) {
+    MudList.resize(32768);
+    MudList.back().Name = "last";
+    EXPECT_EQ(MudAt(32767).Name, "last");
+}
+
+TEST_F(GameList, HoldsNewEntriesWithAllSoundsOff) {
+    MudEntry entry;
+    EXPECT_EQ(entry.Name + entry.Address, "");
+    EXPECT_EQ(entry.Port, 0);
+    EXPECT_FALSE(entry.Msp || entry.SndW || entry.SndM || entry.SndD);
+}
+
+TEST_F(GameList, TellsEntriesApartByEachField) {
+    const MudEntry plain;
+    std::vector<MudEntry> others(7);
+    others[0].Name = "x";
+    others[1].Address = "x";
+    others[2].Port = 1;
+    others[3].Msp = true;
+    others[4].SndW = true;
+    others[5].SndM = true;
+    others[6].SndD = true;
+    for (std::size_t i = 0; i < others.size(); ++i)
+        EXPECT_FALSE(others[i] == plain) << "field " << i;
+    EXPECT_TRUE(MudEntry() == plain);
+}
+
+constexpr const char* kVariable = "QUILLMERE_TEST_VARIABLE";
+
+TEST(MakerAddress, IsTheFallbackWhileTheVariableIsNotSet) {
+    const Environment unset(kVariable, nullptr);
+    EXPECT_EQ(EnvironmentOr(kVariable, "built in"), "built in");
+}
+
+TEST(MakerAddress, IsTheFallbackWhileTheVariableIsEmpty) {
+    const Environment empty(kVariable, "");
+    EXPECT_EQ(EnvironmentOr(kVariable, "built in"), "built in");
+}
+
+TEST(MakerAddress, IsTheVariableWhenThereIsOne) {
+    const Environment set(kVariable, "host.example");
+    EXPECT_EQ(EnvironmentOr(kVariable, "built in"), "host.example");
+}
+
+TEST(MakerAddress, OfTheGameIsBuiltInUnlessTheEnvironmentHasOne) {
+    {
+        const Environment unset("QUILLMERE_GAME_HOST", nullptr);
+        EXPECT_EQ(GameHost(), QUILLMERE_GAME_HOST);
+    }
+    const Environment set("QUILLMERE_GAME_HOST", "host.example");
+    EXPECT_EQ(GameHost(), "host.example");
+}
+
+} // namespace
+} // namespace mw

@@ -1,0 +1,122 @@
+#include "base/Error.h"
+#include "config/FreshFolder.h"
+#include "fakes/Fakes.h"
+
+#include <sys/stat.h>
+
+namespace mw {
+namespace {
+
+namespace fs = std::filesystem;
+
+class WholeFiles : public RuleTest {
+protected:
+    std::int32_t ReadError(const std::string& name) {
+        try {
+            ReadFile(name);
+        } catch (const Error& error) {
+            return error.Number;
+        }
+        return 0;
+    }
+
+    std::size_t Count() {
+        return static_cast<std::size_t>(
+            std::distance(fs::directory_iterator(Folder.Path), fs::directory_iterator()));
+    }
+
+    FreshFolder Folder;
+};
+
+TEST_F(WholeFiles, AreWrittenAndReadBackByteForByte) {
+    std::string all;
+    for (int code = 0; code < 256; ++code)
+        all += static_cast<char>(code);
+    WriteFile("f", all);
+    EXPECT_EQ(ReadFile("f"), all);
+    WriteFile("f", "");
+    EXPECT_EQ(ReadFile("f"), "");
+}
+
+TEST_F(WholeFiles, ABackslashIsThePlatformsSeparator) {
+    MakeFolder("Data");
+    WriteFile("Data\\f", "x");
+    EXPECT_TRUE(fs::exists(Folder.Path / "Data" / "f"));
+    EXPECT_EQ(ReadFile("Data\\f"), "x");
+}
+
+TEST_F(WholeFiles, ANameOfAnyCharacterOfTheCodePageIsUnicodeOnDisk) {
+    WriteFile("caf\xe9 \x80", "x");
+    EXPECT_TRUE(fs::exists(Folder.Path / fs::path(u"caf\u00e9 \u20ac")));
+    EXPECT_TRUE(Exists("caf\xe9 \x80", ""));
+}
+
+TEST_F(WholeFiles, WritingReplacesAReadOnlyFile) {
+    WriteFile("f", "old");
+    fs::permissions(Folder.Path / "f", fs::perms::owner_read);
+    WriteFile("f", "new");
+    EXPECT_EQ(ReadFile("f"), "new");
+}
+
+TEST_F(WholeFiles, WritingLeavesNothingBesideTheFile) {
+    WriteFile("f", "new");
+    EXPECT_EQ(Count(), 1u);
+}
+
+TEST_F(WholeFiles, AFailedWriteIsSilentAndKeepsTheOldContents) {
+    WriteFile("missing\\f", "x");
+    EXPECT_EQ(Count(), 0u);
+    WriteFile("f", "old");
+    MakeFolder("f.new"); // stands where the new contents would be written
+    WriteFile("f\\below a file", "x");
+    EXPECT_EQ(ReadFile("f"), "old");
+}
+
+TEST_F(WholeFiles, AFolderInAFilesPlaceStays) {
+    MakeFolder("f");
+    WriteFile("f", "x");
+    EXPECT_TRUE(Folder.HasFolder("f"));
+    EXPECT_EQ(Count(), 1u);
+}
+
+TEST_F(WholeFiles, ReadingAMissingFileIsFileNotFound) { EXPECT_EQ(ReadError("none"), FileNotFound); }
+
+TEST_F(WholeFiles, ReadingAFolderIsAPathError) {
+    MakeFolder("f");
+    EXPECT_EQ(ReadError("f"), PathFileAccess);
+}
+
+TEST_F(WholeFiles, DeletingTakesTheNameAsGivenAndNotTheFolderOnPurpose) {
+    MakeFolder("Data");
+    WriteFile("Data\\f", "x");
+    DeleteFile("f", "Data");
+    EXPECT_TRUE(Exists("f", "Data"));
+}
+
+TEST_F(WholeFiles, DeletingResolvesTheNameAgainstTheWorkingDirectory) {
+    const fs::path before = fs::current_path();
+    WriteFile("f", "x");
+    fs::current_path(Folder.Path);
+    DeleteFile("f", "elsewhere");
+    fs::current_path(before);
+    EXPECT_FALSE(Exists("f", ""));
+}
+
+TEST_F(WholeFiles, DeletingAWholePathDeletesThatFileReadOnlyOrNot) {
+    WriteFile("f", "x");
+    fs::permissions(Folder.Path / "f", fs::perms::owner_read);
+    DeleteFile(PathBelow("f"), "");
+    EXPECT_FALSE(Exists("f", ""));
+}
+
+TEST_F(WholeFiles, DeletingIgnoresEveryFailure) {
+    MakeFolder("full");
+    WriteFile("full\\f", "x");
+    DeleteFile("", "");
+    DeleteFile(PathBelow("none"), "");
+    DeleteFile(PathBelow("full"), "");
+    EXPECT_TRUE(Exists("f", "full"));
+}
+
+} // namespace
+} // namespace mw

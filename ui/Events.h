@@ -1,0 +1,9 @@
+// Letting the platform's events run during long work.
+#pragma once
+
+namespace mw {
+
+// Handles the events that wait and returns at once. Nests.
+void DoEvents();
+
+} // namespace mw
