@@ -88,7 +88,8 @@ bool IsFileName(std::string_view name) {
     const bool separator = name.find_first_of("/\\:") != std::string_view::npos;
     const bool control = std::any_of(name.begin(), name.end(),
                                      [](char c) { return static_cast<unsigned char>(c) < 32; });
-    return !separator && !control && name != "." && name != ".." && name.size() <= kLongestFileName;
+    return !separator && !control && name != "." && name != ".." &&
+           fs::path(ToUnicode(name)).native().size() <= kLongestFileName;
 }
 
 bool IsFolderName(std::string_view name) {
