@@ -92,11 +92,13 @@ void frmMain::ShowOutput() {
         return;
     }
     Output = new frmOutput;
-    QMdiSubWindow* const window = ClientArea->addSubWindow(
-        Output, Qt::SubWindow | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    QMdiSubWindow* const window =
+        ClientArea->addSubWindow(Output, Qt::SubWindow | Qt::CustomizeWindowHint);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setWindowIcon(QIcon());
     window->showMaximized();
+    closeOutput->show();
+    connect(Output, &QObject::destroyed, closeOutput, &QWidget::hide);
 }
 
 void frmMain::MakeMenus() {
@@ -114,6 +116,25 @@ void frmMain::MakeMenus() {
     mnuDisconnect->setEnabled(false);
     mnuMud->menuAction()->setVisible(false);
     mnuMud->setEnabled(false);
+    MakeCloseButton();
+}
+
+// The output window fills the client area and has no title bar, so its close button stands at the
+// end of the menu bar.
+void frmMain::MakeCloseButton() {
+    closeOutput = new QToolButton;
+    closeOutput->setObjectName("closeOutput");
+    closeOutput->setAutoRaise(true);
+    closeOutput->setFocusPolicy(Qt::NoFocus);
+    closeOutput->setMaximumHeight(menuBar()->sizeHint().height() - 1);
+    closeOutput->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    closeOutput->setToolTip(tr("Close the game window"));
+    closeOutput->setAccessibleName(closeOutput->toolTip());
+    connect(closeOutput, &QToolButton::clicked, this, [this] {
+        if (Output)
+            Output->parentWidget()->close();
+    });
+    menuBar()->setCornerWidget(closeOutput);
 }
 
 QWidget* frmMain::MakeToolbar() {

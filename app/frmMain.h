@@ -12,6 +12,7 @@
 #include <QMenu>
 #include <QPointer>
 #include <QPushButton>
+#include <QToolButton>
 
 namespace mw {
 
@@ -39,10 +40,12 @@ public:
     QAction* mnuDisconnect;
     QAction* mnuADCmud;
     QMenu* mnuMud;
+    QToolButton* closeOutput;
     QLabel* Panels[3];
 
 private:
     void MakeMenus();
+    void MakeCloseButton();
     QWidget* MakeToolbar();
     void MakeStatusBar();
 

@@ -67,7 +67,7 @@ void ReadAlias(LineReader& reader, MacroSet& set) {
 }
 
 void ReadTrigger(LineReader& reader, MacroSet& set) {
-    TriggerEntry& entry = EntryAt(set.Triggers, ReadTriggerIndex(ReadLine(reader)));
+    TriggerEntry& entry = EntryAt(Edit(set.Triggers), ReadTriggerIndex(ReadLine(reader)));
     entry.Trigger = ValueAfterEquals(ReadLine(reader));
     ReadReaction(reader); // meant: what is read is not stored, the entry keeps its reaction
 }
@@ -105,13 +105,14 @@ std::string FormatMacroSet(const MacroSet& set) {
                 write(std::string(key.Word) + std::to_string(code) + "=" + macro);
         }
     }
-    for (std::size_t i = 0; i < set.Triggers.size(); ++i) {
-        if (set.Triggers[i].Trigger.empty())
+    const std::vector<TriggerEntry>& triggers = set.Triggers.Entries;
+    for (std::size_t i = 0; i < triggers.size(); ++i) {
+        if (triggers[i].Trigger.empty())
             continue;
         write("[Trigger]");
         write("Value=" + std::to_string(i));
-        write("Trigger=" + set.Triggers[i].Trigger);
-        write("React=" + set.Triggers[i].React);
+        write("Trigger=" + triggers[i].Trigger);
+        write("React=" + triggers[i].React);
         write("~");
     }
     for (std::size_t i = 0; i < set.Aliases.size(); ++i) {

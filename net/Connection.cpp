@@ -183,12 +183,12 @@ void tmrIncome_Timer() {
 }
 
 void tmrLog_Timer() {
-    if (++SessionSeconds == 60) {
+    const bool full = SessionHours == 255 && SessionMinutes == 59 && SessionSeconds == 59;
+    if (!full && ++SessionSeconds == 60) {
         SessionSeconds = 0;
         if (++SessionMinutes == 60) {
             SessionMinutes = 0;
-            if (SessionHours < 255)
-                ++SessionHours;
+            ++SessionHours;
         }
     }
     ShowSessionClock();

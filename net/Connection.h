@@ -25,7 +25,7 @@ inline FormTimer tmrConnect{100}; // writes the socket's state into the status b
 inline FormTimer tmrIncome{1};    // its tick does nothing
 inline FormTimer tmrLog{1000};    // the session clock
 
-// Time since the Connect event. Hours stop at 255.
+// Time since the Connect event. Stands still once 255:59:59 is reached.
 inline std::uint8_t SessionSeconds = 0;
 inline std::uint8_t SessionMinutes = 0;
 inline std::uint8_t SessionHours = 0;

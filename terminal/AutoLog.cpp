@@ -29,7 +29,6 @@ void CloseLog() {
     if (!LogFileOpen)
         return;
     LogFile.close();
-    LogFile.clear();
     LogFileOpen = false;
 }
 

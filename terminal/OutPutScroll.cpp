@@ -28,19 +28,12 @@ void RemoveOutputHook() {
 }
 
 void OutputWindowMessage(std::int32_t message) {
-    rtfOutPut::CallPrevious(PreviousProcedure, message);
-    switch (message) {
-    case WindowDestroyed:
+    const std::int32_t previous = PreviousProcedure;
+    if (message == WindowDestroyed)
         RemoveOutputHook();
-        break;
-    case ReplaceSelection:
-    case SetCharacterFormat:
-        if (OutputRedrawOn)
-            rtfOutPut::Refresh();
-        break;
-    default:
-        break;
-    }
+    rtfOutPut::CallPrevious(previous, message);
+    if ((message == ReplaceSelection || message == SetCharacterFormat) && OutputRedrawOn)
+        rtfOutPut::Refresh();
 }
 
 } // namespace mw

@@ -13,16 +13,21 @@
 namespace mw {
 namespace {
 
+std::size_t LineFeedPosition() {
+    static Search lineFeed{"\n"};
+    return Find(PendingLine, lineFeed);
+}
+
 // Takes the first length characters of PendingLine as a line.
 void HandOnLine(std::size_t length) {
     const std::string line(View(PendingLine).substr(0, length));
+    TakeFront(PendingLine, length);
     CheckTriggers(line);
     WriteLogLine(line);
-    TakeFront(PendingLine, length);
 }
 
 bool HandOnCompletedLine() {
-    const std::size_t lineFeed = View(PendingLine).find('\n');
+    const std::size_t lineFeed = LineFeedPosition();
     if (lineFeed == std::string_view::npos)
         return false;
     HandOnLine(lineFeed + 1);
@@ -74,7 +79,7 @@ void AppendOutput(std::string& text) {
 }
 
 void AppendWaitingLines() {
-    while (View(PendingLine).find('\n') != std::string_view::npos) {
+    while (LineFeedPosition() != std::string_view::npos) {
         std::string nothing;
         AppendOutput(nothing);
     }

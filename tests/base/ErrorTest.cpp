@@ -24,6 +24,8 @@ const Row kRows[] = {
     {"Overflow", Overflow, 6, "Overflow"},
     {"SubscriptOutOfRange", SubscriptOutOfRange, 9, "Subscript out of range"},
     {"TypeMismatch", TypeMismatch, 13, "Type mismatch"},
+    {"FileNotFound", FileNotFound, 53, "File not found"},
+    {"InputPastEnd", InputPastEnd, 62, "Input past end of file"},
     {"PathFileAccess", PathFileAccess, 75, "Path/File access error"},
     {"InvalidSocketState", InvalidSocketState, 40020, "Invalid operation at current state"},
 };

@@ -115,6 +115,8 @@ void Close() {
 void SendData(std::string_view bytes) {
     fakes::Sends.emplace_back(bytes);
     Record(Words("Send", bytes));
+    if (fakes::OnSend)
+        fakes::OnSend();
 }
 
 std::string GetData() {

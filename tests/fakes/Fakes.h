@@ -7,6 +7,7 @@
 #include "ui/Socket.h"
 
 #include <deque>
+#include <functional>
 #include <gtest/gtest.h>
 #include <map>
 #include <string>
@@ -21,6 +22,7 @@ inline std::vector<std::string> Calls;
 // What went to the socket: call by call, and as one stream.
 inline std::vector<std::string> Sends;
 std::string Sent();
+inline std::function<void()> OnSend; // what happens while something is sent
 
 // Socket: the state it reports and the arrivals that GetData hands out, one a call.
 inline std::int16_t SocketState = 0;

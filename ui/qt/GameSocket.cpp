@@ -5,6 +5,7 @@
 #include "ui/qt/Text.h"
 
 #include <QNetworkProxy>
+#include <QPointer>
 
 #ifdef Q_OS_LINUX
 #include <fcntl.h>
@@ -84,7 +85,7 @@ void GameSocket::Connect(const std::string& host, std::int16_t port) {
     connect(Tcp.get(), &QTcpSocket::readyRead, this, [this] { Later([this] { OnReadyRead(); }); });
     connect(Tcp.get(), &QTcpSocket::disconnected, this, [this] {
         PeerClosed = true;
-        Later([this] { OnDisconnected(); });
+        Later([this] { OnEnded(); });
     });
     connect(Tcp.get(), &QTcpSocket::errorOccurred, this,
             [this](QAbstractSocket::SocketError code) { OnError(code); });
@@ -96,7 +97,8 @@ void GameSocket::Connect(const std::string& host, std::int16_t port) {
 
 void GameSocket::Close() {
     ++Generation;
-    Failed = PeerClosed = CloseWaits = false;
+    Failed = PeerClosed = Broken = EndWaits = false;
+    Rest.clear();
 #ifdef Q_OS_LINUX
     if (Watch >= 0)
         ::close(Watch);
@@ -119,7 +121,11 @@ void GameSocket::Send(std::string_view bytes) {
 }
 
 std::string GameSocket::GetData() {
-    return Tcp ? Tcp->read(kLongestArrival).toStdString() : std::string();
+    if (Rest.isEmpty())
+        return Tcp ? Tcp->read(kLongestArrival).toStdString() : std::string();
+    const std::string data = Rest.left(kLongestArrival).toStdString();
+    Rest.remove(0, kLongestArrival);
+    return data;
 }
 
 void GameSocket::Later(const std::function<void()>& event) {
@@ -143,32 +149,39 @@ void GameSocket::OnConnected() {
 void GameSocket::OnReadyRead() {
     if (Draining)
         return;
+    const QPointer<GameSocket> alive(this); // a handler may close the output window
     Draining = true;
-    while (Tcp && !Failed && Tcp->bytesAvailable() > 0)
+    while (Tcp && !Failed && (!Rest.isEmpty() || Tcp->bytesAvailable() > 0)) {
         emit dataArrival();
+        if (!alive)
+            return;
+    }
     Draining = false;
-    if (CloseWaits)
-        OnDisconnected();
+    if (EndWaits)
+        OnEnded();
 }
 
-// The close is told after the text that came before it.
-void GameSocket::OnDisconnected() {
-    CloseWaits = Draining;
+// The end is told after the text that came before it.
+void GameSocket::OnEnded() {
+    EndWaits = Draining;
     if (Draining)
         return;
+    const QPointer<GameSocket> alive(this);
+    const std::uint64_t generation = Generation;
     OnReadyRead();
-    if (PeerClosed && !Failed)
+    if (!alive || generation != Generation || Failed)
+        return;
+    if (Broken)
+        Fail(kReset, tr("The connection was reset by the server"));
+    else
         emit closed();
 }
 
 void GameSocket::OnError(QAbstractSocket::SocketError code) {
-    if (code == QAbstractSocket::RemoteHostClosedError) {
-        if (WasReset())
-            Later([this] {
-                OnReadyRead();
-                Fail(kReset, tr("The connection was reset by the server"));
-            });
-        return; // else the disconnected signal follows
+    if (code == QAbstractSocket::RemoteHostClosedError) { // the disconnected signal follows
+        Broken = WasReset();
+        SaveRest();
+        return;
     }
     const ErrorRow row = RowOf(code);
     Fail(row.Number, tr(row.Description));
@@ -179,6 +192,20 @@ void GameSocket::Fail(int number, const QString& description) {
         return;
     Failed = true;
     Later([this, number, description] { emit error(number, description); });
+}
+
+// When writing fails, Qt throws away what it and the system have received and not handed on yet.
+void GameSocket::SaveRest() {
+    Rest += Tcp->readAll();
+#ifdef Q_OS_LINUX
+    char block[16384];
+    while (Watch >= 0) {
+        const ssize_t size = ::recv(Watch, block, sizeof block, MSG_DONTWAIT);
+        if (size <= 0)
+            return;
+        Rest.append(block, size);
+    }
+#endif
 }
 
 // Qt reports a reset as a close. The kernel knows better, and tells by the second descriptor that

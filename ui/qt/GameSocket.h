@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include <QByteArray>
 #include <QObject>
 #include <QTcpSocket>
 
@@ -52,9 +53,10 @@ private:
     void Later(const std::function<void()>& event);
     void OnConnected();
     void OnReadyRead();
-    void OnDisconnected();
+    void OnEnded();
     void OnError(QAbstractSocket::SocketError code);
     void Fail(int number, const QString& description);
+    void SaveRest();
     bool WasReset() const;
 
     std::unique_ptr<QTcpSocket> Tcp;
@@ -62,8 +64,10 @@ private:
     int Watch = -1;               // second descriptor of the connection, see WasReset
     bool Failed = false;          // an error was reported and Close not called since
     bool PeerClosed = false;      // the same for the server's close
+    bool Broken = false;          // that close was a reset
     bool Draining = false;        // dataArrival is being sent
-    bool CloseWaits = false;      // the server closed meanwhile
+    bool EndWaits = false;        // the server closed meanwhile
+    QByteArray Rest;              // received before the connection ended, not handed over yet
 };
 
 } // namespace mw

@@ -26,7 +26,8 @@ constexpr KeyRow kKeys[] = {
     {Qt::Key_Up, 38},          {Qt::Key_Right, 39},
     {Qt::Key_Down, 40},        {Qt::Key_Print, 44},
     {Qt::Key_Insert, 45},      {Qt::Key_Delete, 46},
-    {Qt::Key_Meta, 91},        {Qt::Key_Menu, 93},
+    {Qt::Key_Meta, 91},        {Qt::Key_Super_L, 91},
+    {Qt::Key_Super_R, 92},     {Qt::Key_Menu, 93},
     {Qt::Key_NumLock, 144},    {Qt::Key_ScrollLock, 145},
     {Qt::Key_Semicolon, 186},  {Qt::Key_Equal, 187},
     {Qt::Key_Comma, 188},      {Qt::Key_Minus, 189},
@@ -34,6 +35,18 @@ constexpr KeyRow kKeys[] = {
     {Qt::Key_QuoteLeft, 192},  {Qt::Key_BracketLeft, 219},
     {Qt::Key_Backslash, 220},  {Qt::Key_BracketRight, 221},
     {Qt::Key_Apostrophe, 222},
+};
+
+// With Shift a key reports the character above its own. Which one that is depends on the keyboard;
+// these are the ones of the keyboard that the codes are made for.
+constexpr KeyRow kShifted[] = {
+    {Qt::Key_Exclam, 49},     {Qt::Key_At, 50},          {Qt::Key_NumberSign, 51},
+    {Qt::Key_Dollar, 52},     {Qt::Key_Percent, 53},     {Qt::Key_AsciiCircum, 54},
+    {Qt::Key_Ampersand, 55},  {Qt::Key_Asterisk, 56},    {Qt::Key_ParenLeft, 57},
+    {Qt::Key_ParenRight, 48}, {Qt::Key_Colon, 186},      {Qt::Key_Plus, 187},
+    {Qt::Key_Less, 188},      {Qt::Key_Underscore, 189}, {Qt::Key_Greater, 190},
+    {Qt::Key_Question, 191},  {Qt::Key_AsciiTilde, 192}, {Qt::Key_BraceLeft, 219},
+    {Qt::Key_Bar, 220},       {Qt::Key_BraceRight, 221}, {Qt::Key_QuoteDbl, 222},
 };
 
 constexpr KeyRow kKeypad[] = {
@@ -65,7 +78,8 @@ std::int16_t KeyCodeOf(const QKeyEvent& event) {
         return Nth(key, Qt::Key_A, 65);
     if (key >= Qt::Key_F1 && key <= Qt::Key_F24)
         return Nth(key, Qt::Key_F1, 112);
-    return Lookup(kKeys, key);
+    const std::int16_t code = Lookup(kKeys, key);
+    return code != 0 ? code : Lookup(kShifted, key);
 }
 
 std::int16_t CharacterOf(const QKeyEvent& event) {

@@ -1,0 +1,254 @@
+#include "terminal/AutoLog.h"
+
+#include "base/Error.h"
+#include "fakes/Fakes.h"
+#include "net/Connection.h"
+#include "terminal/Output.h"
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <unistd.h>
+
+namespace mw {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kDate = "2026-11-21 12:00:00";
+
+class SessionLog : public RuleTest {
+protected:
+    SessionLog() {
+        fakes::Date = kDate;
+        fs::remove_all(Folder);
+        fs::create_directories(Folder);
+        AutoLogOn = true;
+        LogFilePath = (Folder / "session.log").string();
+    }
+
+    ~SessionLog() override {
+        CloseLog();
+        AutoLogOn = false;
+        LogFilePath.clear();
+        fs::remove_all(Folder);
+    }
+
+    static std::string Contents(const fs::path& path) {
+        std::ifstream file(path, std::ios::binary);
+        std::ostringstream all;
+        all << file.rdbuf();
+        return all.str();
+    }
+
+    std::string Logged() const { return Contents(Folder / "session.log"); }
+
+    static std::string Record(const std::string& line) {
+        return "\"" + std::string(kDate) + ": " + line + "\"\r\n";
+    }
+
+    static std::int32_t ErrorOfOpening() {
+        try {
+            OpenLog();
+        } catch (const Error& error) {
+            return error.Number;
+        }
+        return 0;
+    }
+
+    const fs::path Folder =
+        fs::path(testing::TempDir()) / ("quillmere-log-" + std::to_string(getpid()));
+};
+
+TEST_F(SessionLog, WritesALineAsOneQuotedRecordWhoseCloseStandsOnTheNextLine) {
+    OpenLog();
+    WriteLogLine("You are hungry.\n");
+    CloseLog();
+    EXPECT_EQ(Logged(), "\"2026-11-21 12:00:00: You are hungry.\n\"\r\n");
+}
+
+TEST_F(SessionLog, WritesTheDateAndTimeOfEachLine) {
+    OpenLog();
+    WriteLogLine("one\n");
+    fakes::Date = "2026-11-21 12:00:01";
+    WriteLogLine("two\n");
+    EXPECT_EQ(Logged(), Record("one\n") + "\"2026-11-21 12:00:01: two\n\"\r\n");
+}
+
+TEST_F(SessionLog, QuotesInsideAreNotDoubledOnPurpose) {
+    OpenLog();
+    WriteLogLine("She says \"hi\"\n");
+    EXPECT_EQ(Logged(), Record("She says \"hi\"\n"));
+}
+
+TEST_F(SessionLog, EveryByteIsWrittenAsItIs) {
+    std::string line;
+    for (int byte = 0; byte < 256; ++byte)
+        line += static_cast<char>(byte);
+    OpenLog();
+    WriteLogLine(line);
+    EXPECT_EQ(Logged(), Record(line));
+}
+
+TEST_F(SessionLog, ALineIsInTheFileAtOnce) {
+    OpenLog();
+    WriteLogLine("one\n");
+    EXPECT_EQ(Logged(), Record("one\n"));
+    EXPECT_TRUE(LogFileOpen);
+}
+
+TEST_F(SessionLog, OpeningAppendsToWhatIsThere) {
+    std::ofstream(LogFilePath, std::ios::binary) << "before\r\n";
+    OpenLog();
+    WriteLogLine("one\n");
+    CloseLog();
+    OpenLog();
+    WriteLogLine("two\n");
+    CloseLog();
+    EXPECT_EQ(Logged(), "before\r\n" + Record("one\n") + Record("two\n"));
+}
+
+TEST_F(SessionLog, OpeningMakesTheFileAndTakesANumber) {
+    LogFileNumber = 0;
+    EXPECT_FALSE(LogFileOpen);
+    OpenLog();
+    EXPECT_TRUE(LogFileOpen);
+    EXPECT_GT(LogFileNumber, 0);
+    EXPECT_TRUE(fs::exists(LogFilePath));
+}
+
+TEST_F(SessionLog, ClosingEndsIt) {
+    OpenLog();
+    CloseLog();
+    EXPECT_FALSE(LogFileOpen);
+    WriteLogLine("late\n");
+    EXPECT_EQ(Logged(), "");
+}
+
+TEST_F(SessionLog, ClosingTwiceIsHarmless) {
+    CloseLog();
+    OpenLog();
+    WriteLogLine("one\n");
+    CloseLog();
+    CloseLog();
+    EXPECT_FALSE(LogFileOpen);
+    EXPECT_EQ(Logged(), Record("one\n"));
+}
+
+TEST_F(SessionLog, WritesOnlyWhenItIsOnAndOpen) {
+    OpenLog();
+    AutoLogOn = false;
+    WriteLogLine("off\n");
+    EXPECT_EQ(Logged(), "");
+    AutoLogOn = true;
+    WriteLogLine("on\n");
+    EXPECT_EQ(Logged(), Record("on\n"));
+    CloseLog();
+    WriteLogLine("closed\n");
+    EXPECT_EQ(Logged(), Record("on\n"));
+}
+
+TEST_F(SessionLog, OneThatIsStillOpenIsClosedByTheNext) {
+    OpenLog();
+    WriteLogLine("one\n");
+    LogFilePath = (Folder / "other.log").string();
+    OpenLog();
+    WriteLogLine("two\n");
+    EXPECT_EQ(Logged(), Record("one\n"));
+    EXPECT_EQ(Contents(Folder / "other.log"), Record("two\n"));
+}
+
+TEST_F(SessionLog, AFileThatCanNotBeOpenedRaisesPathFileAccess) {
+    for (const fs::path& path : {Folder, Folder / "missing" / "session.log", fs::path()}) {
+        LogFilePath = path.string();
+        EXPECT_EQ(ErrorOfOpening(), PathFileAccess) << path;
+        EXPECT_FALSE(LogFileOpen);
+        WriteLogLine("nowhere\n");
+    }
+}
+
+TEST_F(SessionLog, AFailedOpeningClosesTheOldLogAndSpoilsNoLaterOne) {
+    OpenLog();
+    WriteLogLine("one\n");
+    LogFilePath = Folder.string();
+    EXPECT_EQ(ErrorOfOpening(), PathFileAccess);
+    EXPECT_FALSE(LogFileOpen);
+    LogFilePath = (Folder / "session.log").string();
+    OpenLog();
+    WriteLogLine("two\n");
+    EXPECT_EQ(Logged(), Record("one\n") + Record("two\n"));
+}
+
+TEST_F(SessionLog, AFailedWriteIsIgnoredAndSpoilsNoLaterLog) {
+    LogFilePath = "/dev/full";
+    OpenLog();
+    EXPECT_NO_THROW(WriteLogLine("lost\n"));
+    EXPECT_NO_THROW(WriteLogLine(std::string(100000, 'x')));
+    EXPECT_TRUE(LogFileOpen);
+    LogFilePath = (Folder / "session.log").string();
+    OpenLog();
+    WriteLogLine("kept\n");
+    EXPECT_EQ(Logged(), Record("kept\n"));
+}
+
+TEST_F(SessionLog, ItsPathIsReadInTheClientsCodePage) {
+    LogFilePath = (Folder / "caf\xe9.log").string();
+    OpenLog();
+    WriteLogLine("one\n");
+    EXPECT_EQ(Contents(Folder / u8"caf\u00e9.log"), Record("one\n"));
+}
+
+TEST_F(SessionLog, TakesTheCompletedLinesOfTheOutput) {
+    OpenLog();
+    std::string text = "no end yet";
+    AppendOutput(text);
+    EXPECT_EQ(Logged(), "");
+    text = ", now\r\none more\r\n";
+    AppendOutput(text);
+    EXPECT_EQ(Logged(), Record("no end yet, now\n"));
+    text.clear();
+    AppendOutput(text);
+    EXPECT_EQ(Logged(), Record("no end yet, now\n") + Record("one more\n"));
+}
+
+TEST_F(SessionLog, StatusLinesAreNotLogged) {
+    OpenLog();
+    AppendStatus("\nConnection Closed\n");
+    std::string text = "line\n";
+    AppendOutput(text);
+    EXPECT_EQ(Logged(), Record("line\n"));
+}
+
+TEST_F(SessionLog, OpensWithTheConnectionWhenItIsOn) {
+    wskTCP_Connect();
+    EXPECT_TRUE(LogFileOpen);
+    EXPECT_TRUE(fs::exists(LogFilePath));
+}
+
+TEST_F(SessionLog, StaysClosedAtTheConnectionWhenItIsOff) {
+    AutoLogOn = false;
+    wskTCP_Connect();
+    EXPECT_FALSE(LogFileOpen);
+    EXPECT_FALSE(fs::exists(LogFilePath));
+}
+
+TEST_F(SessionLog, ClosesWithTheConnection) {
+    wskTCP_Connect();
+    WriteLogLine("one\n");
+    wskTCP_Close();
+    EXPECT_FALSE(LogFileOpen);
+    EXPECT_EQ(Logged(), Record("one\n"));
+}
+
+TEST_F(SessionLog, StaysOpenAtASocketErrorOnPurpose) {
+    wskTCP_Connect();
+    wskTCP_Error(10054, "reset");
+    EXPECT_TRUE(LogFileOpen);
+    WriteLogLine("still here\n");
+    wskTCP_Connect();
+    WriteLogLine("and again\n");
+    EXPECT_EQ(Logged(), Record("still here\n") + Record("and again\n"));
+}
+
+} // namespace
+} // namespace mw
