@@ -1,7 +1,10 @@
 #include "app/frmMain.h"
 
 #include "app/MainFrame.h"
+#include "automation/frmAlias.h"
 #include "automation/frmInput.h"
+#include "automation/frmMacros.h"
+#include "automation/frmTrigger.h"
 #include "net/Connection.h"
 #include "terminal/frmOutput.h"
 #include "ui/FrameControls.h"
@@ -107,6 +110,12 @@ void frmMain::MakeMenus() {
 
     QMenu* const windows = menuBar()->addMenu(tr("&Windows"));
     AddItem(windows, "GameW", tr("&Game Window"), GameW_Click);
+
+    QMenu* const configuration = menuBar()->addMenu(tr("&Configuration"));
+    AddItem(configuration, "Macros", tr("&Macros"), [this] { (new frmMacros(this))->show(); });
+    AddItem(configuration, "mnuTriggers", tr("&Triggers"),
+            [this] { (new frmTrigger(this))->show(); });
+    AddItem(configuration, "mnuAlias", tr("&Alias's"), [this] { (new frmAlias(this))->show(); });
 
     // The Mud menu takes the toolbar's place when that is switched off.
     mnuMud = menuBar()->addMenu(tr("&Mud"));

@@ -22,7 +22,9 @@ FLOORS = [
     ["terminal/Incoming"],
     ["net/Connection"],
     ["automation/CommandLine", "app/StartUp", "app/MainFrame"],
-    ["automation/frmInput", "terminal/frmOutput"],
+    ["automation/frmEntries"],
+    ["automation/frmInput", "automation/frmAlias", "automation/frmTrigger", "automation/frmMacros",
+     "terminal/frmOutput"],
     ["app/frmMain"],
     ["app/main"],
 ]

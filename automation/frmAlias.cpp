@@ -1,0 +1,63 @@
+#include "automation/frmAlias.h"
+
+#include "automation/Aliases.h"
+#include "ui/qt/EventBoundary.h"
+
+namespace mw {
+
+frmAlias::frmAlias(QWidget* frame)
+    : frmEntries("frmAlias", tr("Aliases"), frame),
+      chkDisable(new QCheckBox(tr("Disa&ble this alias"))) {
+    List->setObjectName("lstAlias");
+    List->setAccessibleName(tr("Aliases"));
+    Text->setObjectName("txtAlias");
+    Action->setObjectName("txtAction");
+    TextLabel->setText(tr("W&hen a line begins with"));
+    ActionLabel->setText(tr("&put this in its place"));
+    // The file keeps a replacement on one line.
+    Action->setLineWrapMode(QPlainTextEdit::WidgetWidth);
+    connect(Action, &QPlainTextEdit::textChanged, this, [this] {
+        const QString text = Action->toPlainText();
+        if (text.contains('\n'))
+            Action->setPlainText(QString(text).replace('\n', ' '));
+    });
+    chkDisable->setObjectName("chkDisable");
+    Fields->addWidget(chkDisable, 4, 0);
+    connect(chkDisable, &QCheckBox::toggled, this, [this](bool checked) {
+        RunHandler("chkDisable_Click", [this, checked] { chkDisable_Click(checked); });
+    });
+    Refill();
+    Browse();
+}
+
+std::vector<frmEntries::Entry> frmAlias::Entries() const {
+    std::vector<Entry> entries;
+    for (const std::int16_t index : ListedAliases()) {
+        const AliasEntry& alias = CurrentSet().Aliases[static_cast<std::size_t>(index)];
+        entries.push_back({index, alias.Alias, alias.Replace, !alias.IsEnabled});
+    }
+    return entries;
+}
+
+bool frmAlias::Store(const std::string& text, const std::string& action) {
+    return AddAlias(text, action) >= 0;
+}
+
+bool frmAlias::Change(std::int16_t index, const std::string& text, const std::string& action) {
+    return ChangeAlias(index, text, action);
+}
+
+void frmAlias::Remove(std::int16_t index) { DeleteAlias(index); }
+
+// Meant: the box does not follow the selection, it only acts on it.
+void frmAlias::SelectionChanged() { chkDisable->setEnabled(List->isEnabled() && Selected() >= 0); }
+
+void frmAlias::chkDisable_Click(bool checked) {
+    const int row = List->currentRow();
+    EnableAlias(Selected(), !checked);
+    Refill();
+    const QSignalBlocker quiet(List);
+    List->setCurrentRow(row);
+}
+
+} // namespace mw

@@ -1,0 +1,55 @@
+// The ports for the benches: they answer what the rules need and do nothing.
+#include "ui/Clock.h"
+#include "ui/Events.h"
+#include "ui/FrameControls.h"
+#include "ui/InputControls.h"
+#include "ui/MessageBox.h"
+#include "ui/OutputControls.h"
+#include "ui/Players.h"
+#include "ui/Socket.h"
+
+namespace mw {
+
+namespace {
+std::size_t OutputLength = 0;
+}
+
+void ShowMessage(std::string_view) {}
+std::string GeneralDate() { return {}; }
+void DoEvents() {}
+
+void wskTCP::SendData(std::string_view) {}
+std::int16_t wskTCP::State() { return SocketConnected; }
+
+std::size_t rtfOutPut::TextLength() { return OutputLength; }
+void rtfOutPut::Append(std::string_view text, std::int32_t, const std::string&,
+                       const std::string&) {
+    OutputLength += text.size();
+}
+void rtfOutPut::RemoveFirst(std::size_t count) { OutputLength -= count; }
+void rtfOutPut::MoveCaretToEnd() {}
+void rtfOutPut::SetRedraw(bool) {}
+
+void rtfScroll::ShowCopyOfOutput() {}
+void rtfScroll::Hide() {}
+
+std::int16_t vslRTF::Max() { return 0; }
+std::int16_t vslRTF::Value() { return 0; }
+void vslRTF::SetMaxAndValue(std::int16_t) {}
+void vslRTF::SetChange(std::int16_t, std::int16_t) {}
+
+std::string cboInput::Text() { return {}; }
+void cboInput::SetText(std::string_view) {}
+std::size_t cboInput::TextLength() { return 0; }
+void cboInput::Select(std::size_t, std::size_t) {}
+void cboInput::AddItem(std::string_view) {}
+void cboInput::RemoveFirstItem() {}
+
+void stsBar::SetPanel(Panel, std::string_view) {}
+
+void PlayWave(const std::string&, const std::string&, std::int32_t, std::int16_t) {}
+void PlayMusic(const std::string&, const std::string&, std::int32_t, std::int16_t) {}
+void wavPlayer::Stop() {}
+void midiPlayer::Stop() {}
+
+} // namespace mw
