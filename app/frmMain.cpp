@@ -135,7 +135,7 @@ void frmMain::MakeCloseButton() {
     closeOutput->setObjectName("closeOutput");
     closeOutput->setAutoRaise(true);
     closeOutput->setFocusPolicy(Qt::NoFocus);
-    closeOutput->setMaximumHeight(menuBar()->sizeHint().height() - 1);
+    closeOutput->setIconSize({12, 12}); // with its margin no higher than the menu bar
     closeOutput->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
     closeOutput->setToolTip(tr("Close the game window"));
     closeOutput->setAccessibleName(closeOutput->toolTip());

@@ -60,7 +60,6 @@ int FindOrAddMud(const std::string& name) {
 int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
     QCoreApplication::setApplicationName("quillmere");
-    QGuiApplication::setApplicationDisplayName("Quillmere Mud Client");
     QCoreApplication::setApplicationVersion(QStringLiteral("%1.%2.%3")
                                                 .arg(mw::kMajorVersion)
                                                 .arg(mw::kMinorVersion)

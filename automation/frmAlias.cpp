@@ -53,7 +53,7 @@ void frmAlias::Remove(std::int16_t index) { DeleteAlias(index); }
 void frmAlias::SelectionChanged() { chkDisable->setEnabled(List->isEnabled() && Selected() >= 0); }
 
 void frmAlias::chkDisable_Click(bool checked) {
-    const int row = List->currentRow();
+    const int row = SelectedRow();
     EnableAlias(Selected(), !checked);
     Refill();
     const QSignalBlocker quiet(List);

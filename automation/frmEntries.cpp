@@ -54,8 +54,9 @@ frmEntries::frmEntries(const char* name, const QString& title, QWidget* frame)
     auto* const column = new QVBoxLayout(this);
     column->addLayout(work, 1);
     column->addLayout(buttons);
+    cmdNew->setFocus();
     resize(640, 380);
-    connect(List, &QListWidget::currentRowChanged, this, &frmEntries::ShowSelected);
+    connect(List, &QListWidget::itemSelectionChanged, this, &frmEntries::ShowSelected);
 }
 
 QPushButton* frmEntries::AddButton(QBoxLayout* row, const char* name, const QString& caption,
@@ -69,8 +70,14 @@ QPushButton* frmEntries::AddButton(QBoxLayout* row, const char* name, const QStr
     return button;
 }
 
+// A list has a current row as soon as it has the focus; only a selected one counts.
+int frmEntries::SelectedRow() const {
+    const QList<QListWidgetItem*> selected = List->selectedItems();
+    return selected.isEmpty() ? -1 : List->row(selected.first());
+}
+
 std::int16_t frmEntries::Selected() const {
-    const int row = List->currentRow();
+    const int row = SelectedRow();
     return row < 0 ? std::int16_t{-1} : Shown[static_cast<std::size_t>(row)].Index;
 }
 
@@ -102,7 +109,7 @@ void frmEntries::Browse() {
 }
 
 void frmEntries::ShowSelected() {
-    const int row = List->currentRow();
+    const int row = SelectedRow();
     const Entry entry = row < 0 ? Entry() : Shown[static_cast<std::size_t>(row)];
     Text->setText(ToQString(entry.Text));
     Action->setPlainText(BoxText(entry.Action));
@@ -139,7 +146,7 @@ void frmEntries::EditSelected() {
 void frmEntries::Add() {
     const std::string text = FromQString(Text->text());
     const std::string action = ActionText(Action);
-    const int row = List->currentRow();
+    const int row = SelectedRow();
     const bool added = !Editing;
     if (added ? !Store(text, action) : !Change(Selected(), text, action))
         return;
@@ -150,11 +157,11 @@ void frmEntries::Add() {
         Text->clear();
         Action->clear();
     }
-    List->setFocus();
+    cmdNew->setFocus();
 }
 
 void frmEntries::Delete() {
-    const int row = List->currentRow();
+    const int row = SelectedRow();
     Remove(Selected());
     Refill();
     List->setCurrentRow(qMin(row, List->count() - 1));

@@ -41,7 +41,8 @@ protected:
     // The row beside the list that a derived form may fill, and what depends on a selection there.
     virtual void SelectionChanged() {}
 
-    // Table index of the selected row, -1 for none.
+    // The selected row and its index in the table, -1 for none.
+    int SelectedRow() const;
     std::int16_t Selected() const;
 
     void Refill();

@@ -3,6 +3,7 @@
 #include "automation/CommandBox.h"
 #include "automation/CommandLine.h"
 #include "automation/MacroKeys.h"
+#include "base/Error.h"
 #include "ui/InputControls.h"
 #include "ui/qt/EventBoundary.h"
 #include "ui/qt/KeyCodes.h"
@@ -21,13 +22,24 @@ constexpr int kLongestLine = 32767;
 
 QPointer<QComboBox> Box; // the one command line
 
+// What is wrong with the macro sets is told when the key goes down.
+bool KeyHasMacro(const QKeyEvent& event) {
+    try {
+        return HasMacro(KeyCodeOf(event));
+    } catch (const Error&) {
+        return false;
+    }
+}
+
 // Pasted line breaks become blanks: the box holds one line.
 class OneLine : public QValidator {
 public:
     using QValidator::QValidator;
 
-    State validate(QString& text, int&) const override {
-        text.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+    State validate(QString& text, int& caret) const override {
+        const QString lineEnd = QStringLiteral("\r\n");
+        caret -= static_cast<int>(text.left(caret).count(lineEnd));
+        text.replace(lineEnd, QStringLiteral(" "));
         for (const QChar lineBreak : {QChar('\r'), QChar('\n'), QChar(0x2028), QChar(0x2029)})
             text.replace(lineBreak, QChar(' '));
         return Acceptable;
@@ -35,6 +47,12 @@ public:
 };
 
 } // namespace
+
+bool IsMenuKey(const QKeyEvent& event) {
+    // Alt alone is no menu key: the menu bar would take the focus, and see it come up.
+    return event.modifiers() == Qt::AltModifier && event.key() != Qt::Key_Alt &&
+           !KeyHasMacro(event);
+}
 
 frmInput::frmInput(QWidget* parent) : QWidget(parent), cboInput(new QComboBox(this)) {
     cboInput->setObjectName("cboInput");
@@ -68,15 +86,10 @@ frmInput::~frmInput() = default;
 // shortcut override brings every key here before a menu can have it.
 bool frmInput::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
-    case QEvent::ShortcutOverride: {
-        auto* const key = static_cast<QKeyEvent*>(event);
-        const bool menuKey = key->modifiers() == Qt::AltModifier;
-        bool macro = false;
-        RunHandler("cboInput_KeyDown", [&] { macro = HasMacro(KeyCodeOf(*key)); });
-        if (!menuKey || macro)
+    case QEvent::ShortcutOverride:
+        if (!IsMenuKey(*static_cast<QKeyEvent*>(event)))
             event->accept();
         return false;
-    }
     case QEvent::KeyPress:
         return KeyDown(static_cast<QKeyEvent*>(event)) || KeyPress(static_cast<QKeyEvent*>(event));
     case QEvent::KeyRelease: {
@@ -121,7 +134,8 @@ bool frmInput::KeyPress(QKeyEvent* event) {
     if (character == 0)
         return false;
     RunHandler("cboInput_KeyPress", [&character] { cboInput_KeyPress(character); });
-    return character == 0;
+    // A letter with Alt is meant for a macro or a menu, and types nothing.
+    return character == 0 || (event->modifiers() == Qt::AltModifier && event->text()[0].isPrint());
 }
 
 namespace cboInput {

@@ -12,6 +12,9 @@
 
 namespace mw {
 
+// True when the menus are to have the key: Alt and a key without a macro. Raises nothing.
+bool IsMenuKey(const QKeyEvent& event);
+
 class frmInput : public QWidget {
     Q_OBJECT
 

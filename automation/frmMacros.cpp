@@ -19,8 +19,8 @@ constexpr std::int16_t kFirstFunctionKey = 112;
 
 template <std::size_t Count>
 void Show(const std::array<QLineEdit*, Count>& boxes, const KeyTable& table, std::int16_t first) {
-    for (std::size_t i = 0; i < Count; ++i)
-        boxes[i]->setText(ToQString(KeyText(table, static_cast<std::int16_t>(first + i))));
+    for (QLineEdit* const box : boxes)
+        box->setText(ToQString(KeyText(table, first++)));
 }
 
 void Store(const QLineEdit* box, KeyTable& table, std::size_t code) {

@@ -1,6 +1,7 @@
 #include "terminal/frmOutput.h"
 
 #include "automation/CommandLine.h"
+#include "automation/frmInput.h"
 #include "base/Error.h"
 #include "base/Numbers.h"
 #include "net/Connection.h"
@@ -99,6 +100,7 @@ frmOutput::frmOutput(QWidget* parent)
     setFocusProxy(rtfOutPut);
 
     connect(vslRTF, &QScrollBar::valueChanged, this, &frmOutput::ScrollBarMoved);
+    connect(rtfScroll->verticalScrollBar(), &QScrollBar::rangeChanged, this, &frmOutput::PlaceCopy);
     connect(rtfOutPut, &OutputView::applied, this, [this] {
         if (Hooked)
             RunHandler("OutputWindowMessage", [] { OutputWindowMessage(ReplaceSelection); });
@@ -163,9 +165,13 @@ void frmOutput::HideScrollBack() {
     rtfScroll->clear();
 }
 
-// The copy's position follows the bar in proportion.
 void frmOutput::ScrollBarMoved() {
     RunHandler("vslRTF_Change", vslRTF_Change);
+    PlaceCopy();
+}
+
+// The copy's position follows the bar in proportion.
+void frmOutput::PlaceCopy() {
     QScrollBar* const inner = rtfScroll->verticalScrollBar();
     if (vslRTF->maximum() > 0)
         inner->setValue(
@@ -191,7 +197,7 @@ bool frmOutput::ScrollKey(const QKeyEvent& event) {
 bool frmOutput::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
     case QEvent::ShortcutOverride:
-        if (static_cast<QKeyEvent*>(event)->modifiers() != Qt::AltModifier)
+        if (!IsMenuKey(*static_cast<QKeyEvent*>(event)))
             event->accept();
         return false;
     case QEvent::KeyPress:
@@ -222,6 +228,7 @@ bool frmOutput::KeyDown(QKeyEvent* event) {
 }
 
 void frmOutput::closeEvent(QCloseEvent* event) {
+    vslRTF->setValue(vslRTF->maximum()); // scroll-back ends with the window
     RunHandler("frmOutput_Unload", frmOutput_Unload);
     event->accept();
 }

@@ -52,6 +52,7 @@ private:
     void WireSocket();
     void WireTimers();
     void ScrollBarMoved();
+    void PlaceCopy();
     bool KeyDown(QKeyEvent* event);
 
     QSplitter* Boxes;

@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QMimeData>
+#include <QPointer>
 #include <QScrollBar>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -91,10 +92,18 @@ void OutputView::ApplyRemoval(QTextCursor& cursor) {
 }
 
 void OutputView::ApplyRuns(QTextCursor& cursor) {
-    // A selection of the player's stays as it is: the cursor here is another one.
+    // A selection of the player's stays as it is, also one that reaches the end and would grow.
+    QTextCursor selection = textCursor();
+    const int anchor = selection.anchor();
+    const int position = selection.position();
     for (const Run& run : Queue) {
         cursor.movePosition(QTextCursor::End);
         cursor.insertText(run.Text, run.Format);
+    }
+    if (anchor != position && (selection.anchor() != anchor || selection.position() != position)) {
+        selection.setPosition(anchor);
+        selection.setPosition(position, QTextCursor::KeepAnchor);
+        setTextCursor(selection);
     }
     DocumentLength += QueuedLength;
     QueuedLength = 0;
@@ -104,8 +113,11 @@ void OutputView::ApplyRuns(QTextCursor& cursor) {
 void OutputView::CopyFrom(OutputView& other) {
     other.Apply();
     setFont(other.font());
+    const QPointer<QTextDocument> before(document());
     setDocument(other.document()->clone(this));
+    delete before;
     DocumentLength = other.DocumentLength;
+    AtEnd = false;
 }
 
 bool OutputView::event(QEvent* event) {

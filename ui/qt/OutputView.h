@@ -28,7 +28,8 @@ public:
     // Brings the box up to date now.
     void Apply();
 
-    // The same text and colours as another box, in that box's font.
+    // The same text and colours as another box, in that box's font. It is no longer kept at its
+    // end.
     void CopyFrom(OutputView& other);
 
 signals:

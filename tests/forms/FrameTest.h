@@ -1,0 +1,121 @@
+// Base of the tests of the main frame and its windows: a frame on the screen, every module in its
+// start state, one game in the list that a server on this machine serves.
+#pragma once
+
+#include "app/frmMain.h"
+#include "automation/CommandBox.h"
+#include "automation/Macros.h"
+#include "base/Globals.h"
+#include "config/FreshFolder.h"
+#include "config/MudList.h"
+#include "config/Palette.h"
+#include "forms/GameServer.h"
+#include "forms/MessageBoxes.h"
+#include "net/Connection.h"
+#include "terminal/Incoming.h"
+#include "terminal/Output.h"
+#include "terminal/frmOutput.h"
+#include "ui/Socket.h"
+#include "ui/qt/OutputView.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+
+namespace forms {
+
+class FrameTest : public testing::Test {
+protected:
+    FrameTest() {
+        mw::Palette = mw::kDefaultPalette;
+        mw::ResetGlobals();
+        mw::ResetMacros();
+        mw::ResetMudList();
+        mw::ResetConnection();
+        mw::ResetIncoming();
+        mw::ResetOutput();
+        mw::ResetCommandBox();
+        mw::MudList[0].Name = "Testmere";
+        mw::MudList[0].Address = "127.0.0.1";
+        mw::MudList[0].Port = Server.Port();
+        ShowFrame();
+    }
+
+    void ShowFrame() {
+        Frame.reset();
+        Frame = std::make_unique<mw::frmMain>();
+        Frame->show();
+        Frame->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(Frame.get()));
+    }
+
+    // A control of the frame by its name.
+    template <typename Control> Control* Find(const char* name) const {
+        return Frame->findChild<Control*>(name);
+    }
+
+    mw::frmOutput* Output() const { return Find<mw::frmOutput>("frmOutput"); }
+
+    mw::OutputView* OutputBox() const { return Output()->rtfOutPut; }
+
+    QComboBox* Input() const { return Find<QComboBox>("cboInput"); }
+
+    std::string Typed() const { return Input()->currentText().toStdString(); }
+
+    // The text in the output window, brought up to date.
+    std::string Shown() const {
+        OutputBox()->Apply();
+        return OutputBox()->toPlainText().toStdString();
+    }
+
+    bool Shows(const std::string& part) const {
+        return WaitFor([&] { return Shown().find(part) != std::string::npos; });
+    }
+
+    std::string Panel(int number) const { return Frame->Panels[number - 1]->text().toStdString(); }
+
+    bool PanelShows(int number, const std::string& text) const {
+        return WaitFor([&] { return Panel(number) == text; });
+    }
+
+    void Connect() {
+        QTest::mouseClick(Frame->cmdConn, Qt::LeftButton);
+        ASSERT_TRUE(Server.HasVisitor());
+        ASSERT_TRUE(WaitFor([] { return mw::Connected; }));
+    }
+
+    void Press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const {
+        QTest::keyClick(Input(), static_cast<Qt::Key>(key), modifiers);
+    }
+
+    void Type(const QString& text) const { QTest::keyClicks(Input(), text); }
+
+    void Enter(const QString& line) const {
+        Type(line);
+        Press(Qt::Key_Return);
+    }
+
+    // Receives a line of a game and waits until it is shown. The client drops the last byte of what
+    // arrives together, so one more is sent.
+    void Receive(const std::string& text) const {
+        Server.Send(text + "\r");
+        ASSERT_TRUE(Shows(text));
+    }
+
+    // Lets everything that is under way happen.
+    static void LetEventsRun() {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+    }
+
+    FreshFolder Folder;
+    GameServer Server;
+    MessageBoxes Closer;
+    std::unique_ptr<mw::frmMain> Frame;
+};
+
+} // namespace forms

@@ -1,0 +1,42 @@
+// A game server that the journey plays itself: it sends the bytes it is given and checks the exact
+// bytes that come back.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <QString>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+namespace journey {
+
+struct GameServer {
+    // Listens on a free port below 32768.
+    GameServer();
+
+    QString Address() const; // "127.0.0.1:20000"
+
+    void WaitForPlayer();
+    void Send(std::string_view bytes);   // as one packet
+    void Expect(std::string_view bytes); // exactly these next; throws a line with both otherwise
+    std::string Unread();                // what came since, and was not expected
+
+    void WaitForPlayerToLeave();
+    void Close();         // an orderly end
+    void Reset();         // an end that the player's system reports as a reset
+    void StopListening(); // a new connection is refused from here on
+    void ListenAgain();
+
+    std::unique_ptr<QTcpSocket> Player;
+
+private:
+    void Read();
+
+    QTcpServer Listener;
+    quint16 Port = 0;
+    std::string Received;
+};
+
+} // namespace journey
