@@ -7,7 +7,8 @@
 namespace mw {
 
 // Plays a wave sound or music of the current game, by file name. address is where the file can be
-// fetched, the extension alone when the server gave none. volume (0 to 100) and priority are 0 when not given.
+// fetched, the extension alone when the server gave none. volume (0 to 100) and priority are 0 when
+// not given.
 void PlayWave(const std::string& fileName, const std::string& address, std::int32_t volume,
               std::int16_t priority);
 void PlayMusic(const std::string& fileName, const std::string& address, std::int32_t volume,

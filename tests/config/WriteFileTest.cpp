@@ -79,7 +79,9 @@ TEST_F(WholeFiles, AFolderInAFilesPlaceStays) {
     EXPECT_EQ(Count(), 1u);
 }
 
-TEST_F(WholeFiles, ReadingAMissingFileIsFileNotFound) { EXPECT_EQ(ReadError("none"), FileNotFound); }
+TEST_F(WholeFiles, ReadingAMissingFileIsFileNotFound) {
+    EXPECT_EQ(ReadError("none"), FileNotFound);
+}
 
 TEST_F(WholeFiles, ReadingAFolderIsAPathError) {
     MakeFolder("f");
