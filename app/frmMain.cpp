@@ -160,6 +160,7 @@ QWidget* frmMain::MakeToolbar() {
     cboMud->setObjectName("cboMud");
     cboMud->setAccessibleName(tr("Mud"));
     cboMud->setMinimumWidth(180);
+    cboMud->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     row->addWidget(cboMud);
     connect(cboMud, &QComboBox::activated, this, [](int index) {
         RunHandler("cboMud_Click", [index] { cboMud_Click(static_cast<std::int16_t>(index)); });
@@ -234,7 +235,13 @@ std::string Text() { return FromQString(Frame->cboMud->currentText()); }
 
 } // namespace cboMud
 
-void lblAddress::SetCaption(std::string_view text) { Frame->lblAddress->setText(ToQString(text)); }
+void lblAddress::SetCaption(std::string_view text) {
+    constexpr int kWidest = 240; // pixels; a longer address is cut and shown whole as a tool tip
+    const QString address = ToQString(text);
+    Frame->lblAddress->setText(
+        Frame->lblAddress->fontMetrics().elidedText(address, Qt::ElideRight, kWidest));
+    Frame->lblAddress->setToolTip(address.toHtmlEscaped());
+}
 
 void lblPort::SetCaption(std::string_view text) { Frame->lblPort->setText(ToQString(text)); }
 

@@ -105,7 +105,7 @@ std::string FormatMacroSet(const MacroSet& set) {
                 write(std::string(key.Word) + std::to_string(code) + "=" + macro);
         }
     }
-    const std::vector<TriggerEntry>& triggers = set.Triggers.Entries;
+    const std::vector<TriggerEntry>& triggers = set.Triggers.Entries();
     for (std::size_t i = 0; i < triggers.size(); ++i) {
         if (triggers[i].Trigger.empty())
             continue;

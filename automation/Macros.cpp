@@ -37,14 +37,14 @@ void SetKeyText(KeyTable& table, std::int16_t code, const std::string& text) {
 }
 
 TriggerTable::TriggerTable(std::vector<TriggerEntry> entries)
-    : Entries(std::move(entries)), Version(NewVersion()) {}
+    : Table(std::move(entries)), Edition(NewVersion()) {}
 
 TriggerTable::TriggerTable(std::initializer_list<TriggerEntry> entries)
-    : Entries(entries), Version(NewVersion()) {}
+    : Table(entries), Edition(NewVersion()) {}
 
 std::vector<TriggerEntry>& Edit(TriggerTable& table) {
-    table.Version = NewVersion();
-    return table.Entries;
+    table.Edition = NewVersion();
+    return table.Table;
 }
 
 std::vector<MacroSet> OneMacroSet(const std::string& name) {

@@ -19,20 +19,30 @@ struct TriggerEntry {
     bool operator==(const TriggerEntry&) const = default;
 };
 
-// A set's triggers. Changed as a whole or through Edit, so that whoever derives something from a
-// table can tell by its version whether that still holds.
-struct TriggerTable {
+// A set's triggers. Changed as a whole or through Edit, and no other way, so that whoever derives
+// something from a table can tell by its version whether that still holds.
+class TriggerTable {
+public:
     TriggerTable() = default;
     TriggerTable(std::vector<TriggerEntry> entries);
     TriggerTable(std::initializer_list<TriggerEntry> entries);
 
-    bool operator==(const TriggerTable& other) const { return Entries == other.Entries; }
+    // Never without an entry 0.
+    const std::vector<TriggerEntry>& Entries() const { return Table; }
 
-    std::vector<TriggerEntry> Entries = std::vector<TriggerEntry>(1); // never without an entry 0
-    std::uint64_t Version = 0; // no two tables of different contents bear the same one
+    // No two tables of different contents bear the same one.
+    std::uint64_t Version() const { return Edition; }
+
+    bool operator==(const TriggerTable& other) const { return Table == other.Table; }
+
+private:
+    friend std::vector<TriggerEntry>& Edit(TriggerTable& table);
+
+    std::vector<TriggerEntry> Table = std::vector<TriggerEntry>(1);
+    std::uint64_t Edition = 0;
 };
 
-// The entries, to be changed; the table gets a new version.
+// The entries, to be changed at once; the table gets a new version.
 std::vector<TriggerEntry>& Edit(TriggerTable& table);
 
 struct AliasEntry {

@@ -15,17 +15,17 @@ namespace {
 const TriggerMatcher& MatcherOf(const TriggerTable& table) {
     static TriggerMatcher matcher;
     static std::uint64_t version = 0; // a table that was never edited has nothing to match
-    if (table.Version != version) {
-        matcher = BuildMatcher(table.Entries);
-        version = table.Version;
+    if (table.Version() != version) {
+        matcher = BuildMatcher(table.Entries());
+        version = table.Version();
     }
     return matcher;
 }
 
 // The check as a plain loop, from an entry on: a reaction has changed the table meanwhile.
 void CheckFrom(std::size_t first, std::size_t set, const std::string& line) {
-    for (std::size_t i = first; i < MacroSets.at(set).Triggers.Entries.size(); ++i) {
-        const TriggerEntry entry = MacroSets[set].Triggers.Entries[i];
+    for (std::size_t i = first; i < MacroSets.at(set).Triggers.Entries().size(); ++i) {
+        const TriggerEntry entry = MacroSets[set].Triggers.Entries()[i];
         if (line.find(entry.Trigger) != std::string::npos)
             SendLine(entry.React);
     }
@@ -45,7 +45,7 @@ TriggerEntry EntryOf(const std::string& trigger, std::string react) {
 }
 
 void CheckIndex(std::int16_t index) {
-    if (index < 0 || static_cast<std::size_t>(index) >= CurrentSet().Triggers.Entries.size())
+    if (index < 0 || static_cast<std::size_t>(index) >= CurrentSet().Triggers.Entries().size())
         Raise(SubscriptOutOfRange, "Triggers");
 }
 
@@ -53,14 +53,14 @@ void CheckIndex(std::int16_t index) {
 
 void CheckTriggers(std::string_view line) {
     const TriggerTable& table = CurrentSet().Triggers;
-    if (line.empty() || table.Entries[0].Trigger.empty())
+    if (line.empty() || table.Entries()[0].Trigger.empty())
         return;
     const auto set = static_cast<std::size_t>(CurrentMacroSet);
-    const std::uint64_t version = table.Version;
+    const std::uint64_t version = table.Version();
     for (const std::size_t index : MatchesIn(MatcherOf(table), line)) {
-        const std::string react = MacroSets[set].Triggers.Entries[index].React;
+        const std::string react = MacroSets[set].Triggers.Entries()[index].React;
         SendLine(react);
-        if (MacroSets.at(set).Triggers.Version != version)
+        if (MacroSets.at(set).Triggers.Version() != version)
             return CheckFrom(index + 1, set, std::string(line));
     }
 }

@@ -19,7 +19,7 @@ frmTrigger::frmTrigger(QWidget* frame) : frmEntries("frmTrigger", tr("Triggers")
 // Every entry is shown, an empty one too.
 std::vector<frmEntries::Entry> frmTrigger::Entries() const {
     std::vector<Entry> entries;
-    for (const TriggerEntry& trigger : CurrentSet().Triggers.Entries)
+    for (const TriggerEntry& trigger : CurrentSet().Triggers.Entries())
         entries.push_back(
             {static_cast<std::int16_t>(entries.size()), trigger.Trigger, trigger.React, false});
     return entries;

@@ -8,7 +8,12 @@
 #include <fstream>
 #include <iterator>
 #include <system_error>
+
+#ifdef _WIN32
+#include <io.h>
+#else
 #include <unistd.h>
+#endif
 
 namespace mw {
 namespace {
@@ -28,14 +33,30 @@ void MakeWritable(const fs::path& path) {
     fs::permissions(path, fs::perms::owner_write, fs::perm_options::add, ignored);
 }
 
+std::FILE* OpenForWriting(const fs::path& path) {
+#ifdef _WIN32
+    return ::_wfopen(path.c_str(), L"wb");
+#else
+    return std::fopen(path.c_str(), "wb");
+#endif
+}
+
+bool Sync(std::FILE* file) {
+#ifdef _WIN32
+    return ::_commit(::_fileno(file)) == 0;
+#else
+    return ::fsync(::fileno(file)) == 0;
+#endif
+}
+
 // Returns false when not every byte has reached the disk.
 bool WriteSynced(const fs::path& path, std::string_view contents) {
-    std::FILE* const file = std::fopen(path.c_str(), "wb");
+    std::FILE* const file = OpenForWriting(path);
     if (file == nullptr)
         return false;
     bool whole = std::fwrite(contents.data(), 1, contents.size(), file) == contents.size();
     whole = std::fflush(file) == 0 && whole;
-    whole = ::fsync(::fileno(file)) == 0 && whole;
+    whole = Sync(file) && whole;
     return std::fclose(file) == 0 && whole;
 }
 
@@ -78,8 +99,12 @@ void WriteFile(const std::string& name, std::string_view contents) {
     const fs::path path = PathBelow(name);
     const fs::path neighbour = fs::path(path) += ".new";
     std::error_code failure;
-    if (WriteSynced(neighbour, contents))
+    if (WriteSynced(neighbour, contents)) {
+#ifdef _WIN32
+        MakeWritable(path); // here a rename does not replace a read-only file
+#endif
         fs::rename(neighbour, path, failure);
+    }
     std::error_code ignored;
     fs::remove(neighbour, ignored);
 }

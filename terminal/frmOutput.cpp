@@ -57,7 +57,7 @@ QString Visible(std::string_view bytes) {
     for (QChar& c : text) {
         const char16_t code = c.unicode();
         if (code == 0)
-            c = QChar(0x200B);
+            c = kNoWidth;
         else if ((code < 32 && code != '\n' && code != '\t') || (code >= 127 && code <= 159))
             c = QChar(0x00B7);
     }
@@ -87,6 +87,10 @@ frmOutput::frmOutput(QWidget* parent)
     Boxes->setStretchFactor(0, 2);
     Boxes->setStretchFactor(1, 1);
     Boxes->setChildrenCollapsible(false);
+    QPalette divider = Boxes->palette();
+    divider.setColor(QPalette::Window, QColor(64, 64, 64));
+    Boxes->setPalette(divider);
+    Boxes->setAutoFillBackground(true);
     vslRTF->setObjectName("vslRTF");
     vslRTF->setRange(0, 0);
     vslRTF->setFocusPolicy(Qt::NoFocus);

@@ -100,7 +100,7 @@ TEST_F(AliasEditing, AFullTableIsOverflow) {
 
 class TriggerEditing : public RuleTest {
 protected:
-    const std::vector<TriggerEntry>& Table() { return CurrentSet().Triggers.Entries; }
+    const std::vector<TriggerEntry>& Table() { return CurrentSet().Triggers.Entries(); }
 };
 
 using TriggerEntries = std::vector<TriggerEntry>;

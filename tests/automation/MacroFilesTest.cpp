@@ -82,14 +82,14 @@ TEST_F(MacroFile, EveryKeyTableComesBackWithItsBlanksAndEqualsSigns) {
 
 TEST_F(MacroFile, ReactionsAreWrittenAndNotReadBackOnPurpose) {
     MacroSet expected = ExampleSet();
-    expected.Triggers.Entries[0].React = "";
+    Edit(expected.Triggers)[0].React = "";
     EXPECT_EQ(ParseMacroSet(kExample, Named("Example")), expected);
 }
 
 TEST_F(MacroFile, ATriggerKeepsTheReactionItHadInMemory) {
     MacroSet set = Named("Default");
-    set.Triggers.Entries[0].React = "from before";
-    EXPECT_EQ(ParseMacroSet(kExample, set).Triggers.Entries[0],
+    Edit(set.Triggers)[0].React = "from before";
+    EXPECT_EQ(ParseMacroSet(kExample, set).Triggers.Entries()[0],
               (TriggerEntry{"You are hungry", "from before"}));
 }
 
@@ -98,7 +98,7 @@ TEST_F(MacroFile, AReactionOfTwoLinesIsWrittenOnTwoLines) {
     set.Triggers = {{"t", "one\r\ntwo"}};
     EXPECT_EQ(FormatMacroSet(set),
               "[Trigger]\r\nValue=0\r\nTrigger=t\r\nReact=one\r\ntwo\r\n~\r\n[End]\r\n");
-    EXPECT_EQ(ParseMacroSet(FormatMacroSet(set), Named("")).Triggers.Entries[0].Trigger, "t");
+    EXPECT_EQ(ParseMacroSet(FormatMacroSet(set), Named("")).Triggers.Entries()[0].Trigger, "t");
 }
 
 TEST_F(MacroFile, AReactionIsJoinedWithoutSeparatorsUpToATilde) {
@@ -204,7 +204,7 @@ TEST_F(MacroFile, AnIndexThatIsNotNumericShowsThreeMessagesAndIsZero) {
               (Texts{"An error has occured loading a trigger value", "Value=ten", "ten"}));
     fakes::Messages.clear();
     EXPECT_EQ(ParseMacroSet("[Trigger]\nnone\nTrigger=t\n~\n[End]\n", MacroSet())
-                  .Triggers.Entries[0]
+                  .Triggers.Entries()[0]
                   .Trigger,
               "t");
     EXPECT_EQ(fakes::Messages,
@@ -228,7 +228,7 @@ TEST_F(MacroFile, CutAnywhereTheFileIsReadOrRefusedAndNothingElse) {
     for (std::size_t length = 0; length <= whole.size(); ++length) {
         fakes::Messages.clear();
         try {
-            EXPECT_EQ(ParseMacroSet(whole.substr(0, length), MacroSet()).Triggers.Entries.size(),
+            EXPECT_EQ(ParseMacroSet(whole.substr(0, length), MacroSet()).Triggers.Entries().size(),
                       1u);
         } catch (const Error& error) {
             EXPECT_TRUE(error.Number == InputPastEnd || error.Number == TypeMismatch) << length;

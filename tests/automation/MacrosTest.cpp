@@ -32,7 +32,7 @@ TEST_F(MacroSetList, BeginsWithOneEmptySetNamedDefault) {
 TEST_F(MacroSetList, HoldsTheEmptyEntry0InEachTable) {
     EXPECT_EQ(MacroSets[0].Triggers, std::vector<TriggerEntry>(1));
     EXPECT_EQ(MacroSets[0].Aliases, std::vector<AliasEntry>(1));
-    EXPECT_EQ(MacroSets[0].Triggers.Entries[0].Trigger, "");
+    EXPECT_EQ(MacroSets[0].Triggers.Entries()[0].Trigger, "");
     EXPECT_EQ(MacroSets[0].Aliases[0].Alias, "");
     EXPECT_FALSE(MacroSets[0].Aliases[0].IsEnabled);
 }
@@ -41,7 +41,7 @@ TEST_F(MacroSetList, GrowsBySetsThatHoldTheirEntries0) {
     MacroSets.resize(22);
     EXPECT_EQ(MacroSets[0].Name, "Default");
     EXPECT_EQ(MacroSets[21], OneMacroSet("")[0]);
-    EXPECT_EQ(MacroSets[21].Triggers.Entries.size(), 1u);
+    EXPECT_EQ(MacroSets[21].Triggers.Entries().size(), 1u);
     EXPECT_EQ(MacroSets[21].Aliases.size(), 1u);
 }
 

@@ -98,7 +98,7 @@ TEST_F(Reactions, GoThroughTheSendRulesWithoutAConnection) {
 }
 
 TEST_F(Reactions, OfAThousandTriggersAreAllSent) {
-    CurrentSet().Triggers.Entries.assign(1000, {"x", "y"});
+    Edit(CurrentSet().Triggers).assign(1000, {"x", "y"});
     CheckTriggers("x\n");
     EXPECT_EQ(fakes::Sends.size(), 2000u);
 }

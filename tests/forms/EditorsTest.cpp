@@ -225,7 +225,7 @@ protected:
     QListWidget* List() const { return In<QListWidget>("lstTrigger"); }
     QLineEdit* Trigger() const { return In<QLineEdit>("txtTrigger"); }
     QPlainTextEdit* Action() const { return In<QPlainTextEdit>("txtAction"); }
-    const std::vector<TriggerEntry>& Table() const { return CurrentSet().Triggers.Entries; }
+    const std::vector<TriggerEntry>& Table() const { return CurrentSet().Triggers.Entries(); }
 };
 
 using Triggers = std::vector<TriggerEntry>;

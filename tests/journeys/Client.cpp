@@ -72,6 +72,23 @@ void Client::Start(const QStringList& arguments) {
             [this] { return FindToolbar(Screen->Look()).size() > DisconnectButton; });
 }
 
+int Client::StartRefused(int boxes) {
+    StartChild(Process, CLIENT_PROGRAM, {"--home", Folder.filePath("home")});
+    QString answered;
+    for (int box = 1; box <= boxes; ++box) {
+        WaitFor("message box " + std::to_string(box), [&] {
+            const QStringList windows = Screen->Windows(".");
+            if (windows.isEmpty() || windows.first() == answered ||
+                !Screen->Do({"windowfocus", windows.first()}))
+                return false;
+            answered = windows.first();
+            return true;
+        });
+        Press("Return");
+    }
+    return WaitForEnd();
+}
+
 void Client::Press(const QString& keys) const { Screen->Do({"key", keys}); }
 
 void Client::Type(const QString& text) const { Screen->Do({"type", "--delay", "5", "--", text}); }

@@ -26,6 +26,10 @@ struct Client {
     // Starts the program in its fresh home folder and waits for its window.
     void Start(const QStringList& arguments = {});
 
+    // Starts the program on files that it refuses, answers that many message boxes and waits for
+    // the end. Returns the exit status.
+    int StartRefused(int boxes);
+
     // Keys, by the names of the window system: "Up", "alt+f".
     void Press(const QString& keys) const;
     void Type(const QString& text) const;

@@ -82,7 +82,7 @@ TEST_F(DemoWorld, ShowsItsColours) {
     for (const Sight& sight :
          {Sight{"a title in yellow", {255, 255, 0}}, Sight{"prose in light grey", {211, 211, 211}},
           Sight{"a notice in white", {255, 255, 255}}, Sight{"exits in cyan", {0, 140, 140}},
-          Sight{"a creature in red", {140, 0, 0}}, Sight{"a prompt in green", {0, 140, 0}}})
+          Sight{"a creature in red", {255, 0, 0}}, Sight{"a prompt in green", {0, 140, 0}}})
         ExpectToSeeColour(sight);
 }
 

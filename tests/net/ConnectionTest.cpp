@@ -890,7 +890,7 @@ TEST_F(Reconnecting, NeverHappensByItself) {
 class StatusLines : public ConnectionTest {};
 
 TEST_F(StatusLines, GoNeitherToTheTriggersNorToThePendingLine) {
-    CurrentSet().Triggers.Entries[0] = {"Connection", "oh"};
+    Edit(CurrentSet().Triggers)[0] = {"Connection", "oh"};
     BeConnected();
     DisconnectFromMud();
     wskTCP_Close();

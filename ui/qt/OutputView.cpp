@@ -134,8 +134,9 @@ bool OutputView::viewportEvent(QEvent* event) {
 
 QMimeData* OutputView::createMimeDataFromSelection() const {
     // Plain text: pasting a game's text elsewhere should not bring its black background along.
+    // What stands in the place of a NUL is nothing to copy.
     auto* const copied = new QMimeData;
-    copied->setText(textCursor().selection().toPlainText());
+    copied->setText(textCursor().selection().toPlainText().remove(kNoWidth));
     return copied;
 }
 

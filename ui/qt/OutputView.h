@@ -12,6 +12,9 @@
 
 namespace mw {
 
+// A character that takes no room. It keeps the place of a byte that has no look and is not copied.
+inline constexpr QChar kNoWidth{0x200B};
+
 class OutputView : public QTextEdit {
     Q_OBJECT
 
