@@ -17,4 +17,7 @@ inline std::string EnvironmentOr(const char* variable, const char* fallback) {
 // Host name of the built-in game.
 inline std::string GameHost() { return EnvironmentOr("QUILLMERE_GAME_HOST", QUILLMERE_GAME_HOST); }
 
+// Root of the web site, without a slash at its end.
+inline std::string WebRoot() { return EnvironmentOr("QUILLMERE_WEB_ROOT", QUILLMERE_WEB_ROOT); }
+
 } // namespace mw

@@ -4,6 +4,7 @@
 #include "base/Globals.h"
 #include "config/MudList.h"
 #include "fakes/Fakes.h"
+#include "support/ErrorOf.h"
 #include "terminal/Ansi.h"
 #include "terminal/Output.h"
 
@@ -22,15 +23,6 @@ protected:
         MudList[1].Port = 4000;
         MudList[2].Name = "Another";
         MudList[2].Port = -1;
-    }
-
-    template <class Handler> static std::int32_t ErrorOf(Handler handler) {
-        try {
-            handler();
-        } catch (const Error& error) {
-            return error.Number;
-        }
-        return 0;
     }
 };
 

@@ -6,6 +6,7 @@
 #include "base/Globals.h"
 #include "fakes/Fakes.h"
 #include "net/Connection.h"
+#include "support/ErrorOf.h"
 #include "terminal/Output.h"
 
 #include <algorithm>
@@ -47,15 +48,6 @@ protected:
 
     // What the game's next text does to the command line.
     static void ReceiveLine(std::string text) { AppendOutput(text); }
-
-    template <class Handler> static std::int32_t ErrorOf(Handler handler) {
-        try {
-            handler();
-        } catch (const Error& error) {
-            return error.Number;
-        }
-        return 0;
-    }
 };
 
 class Enter : public CommandLineTest {};

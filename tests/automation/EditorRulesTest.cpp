@@ -2,6 +2,7 @@
 #include "automation/Triggers.h"
 #include "base/Error.h"
 #include "fakes/Fakes.h"
+#include "support/ErrorOf.h"
 
 #include <functional>
 #include <random>
@@ -10,15 +11,6 @@ namespace mw {
 namespace {
 
 using Texts = std::vector<std::string>;
-
-std::int32_t ErrorOf(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const Error& error) {
-        return error.Number;
-    }
-    return 0;
-}
 
 class AliasEditing : public RuleTest {
 protected:

@@ -3,6 +3,7 @@
 #include "base/Error.h"
 #include "config/FreshFolder.h"
 #include "fakes/Fakes.h"
+#include "support/ErrorOf.h"
 
 namespace mw {
 namespace {
@@ -39,13 +40,8 @@ class MacroFile : public RuleTest {
 protected:
     MacroFile() { MakeFolder("Macros"); }
 
-    std::int32_t ErrorOf(std::string_view text) {
-        try {
-            ParseMacroSet(text, Named("Default"));
-        } catch (const Error& error) {
-            return error.Number;
-        }
-        return 0;
+    std::int32_t ErrorReading(std::string_view text) {
+        return ErrorOf([&] { ParseMacroSet(text, Named("Default")); });
     }
 
     FreshFolder Folder;
@@ -141,7 +137,7 @@ TEST_F(MacroFile, ABooleanMayBeANumber) {
 }
 
 TEST_F(MacroFile, ABooleanThatIsNoneIsTypeMismatch) {
-    EXPECT_EQ(ErrorOf("[Alias]\nValue=0\nAlias=x\nReplace=y\nIsEnabled=maybe\n[End]\n"),
+    EXPECT_EQ(ErrorReading("[Alias]\nValue=0\nAlias=x\nReplace=y\nIsEnabled=maybe\n[End]\n"),
               TypeMismatch);
 }
 
@@ -190,10 +186,10 @@ TEST_F(MacroFile, AKeyWithoutACodeOrWithoutAnEqualsSignHasNoNumericCode) {
 }
 
 TEST_F(MacroFile, AKeyCodeOutsideTheTableIsOutOfRange) {
-    EXPECT_EQ(ErrorOf("NormKey256=x\n[End]\n"), SubscriptOutOfRange);
-    EXPECT_EQ(ErrorOf("NormKey-1=x\n[End]\n"), SubscriptOutOfRange);
-    EXPECT_EQ(ErrorOf("NormKey32768=x\n[End]\n"), Overflow);
-    EXPECT_EQ(ErrorOf("NormKey255=x\n[End]\n"), 0);
+    EXPECT_EQ(ErrorReading("NormKey256=x\n[End]\n"), SubscriptOutOfRange);
+    EXPECT_EQ(ErrorReading("NormKey-1=x\n[End]\n"), SubscriptOutOfRange);
+    EXPECT_EQ(ErrorReading("NormKey32768=x\n[End]\n"), Overflow);
+    EXPECT_EQ(ErrorReading("NormKey255=x\n[End]\n"), 0);
 }
 
 TEST_F(MacroFile, AnIndexThatIsNotNumericShowsThreeMessagesAndIsZero) {
@@ -212,15 +208,16 @@ TEST_F(MacroFile, AnIndexThatIsNotNumericShowsThreeMessagesAndIsZero) {
 }
 
 TEST_F(MacroFile, AnIndexBelowZeroOrBeyond16BitsIsAnError) {
-    EXPECT_EQ(ErrorOf("[Trigger]\nValue=-1\nTrigger=t\n~\n[End]\n"), SubscriptOutOfRange);
-    EXPECT_EQ(ErrorOf("[Alias]\nValue=32768\nAlias=x\nReplace=y\nIsEnabled=0\n[End]\n"), Overflow);
+    EXPECT_EQ(ErrorReading("[Trigger]\nValue=-1\nTrigger=t\n~\n[End]\n"), SubscriptOutOfRange);
+    EXPECT_EQ(ErrorReading("[Alias]\nValue=32768\nAlias=x\nReplace=y\nIsEnabled=0\n[End]\n"),
+              Overflow);
 }
 
 TEST_F(MacroFile, AFileCutInsideABlockIsInputPastEnd) {
-    EXPECT_EQ(ErrorOf(""), InputPastEnd);
-    EXPECT_EQ(ErrorOf("[Alias]\nValue=0\nAlias=x\nReplace=y\n"), InputPastEnd);
-    EXPECT_EQ(ErrorOf("[Trigger]\nValue=0\nTrigger=t\nReact=r\nmore\n"), InputPastEnd);
-    EXPECT_EQ(ErrorOf("NormKey112=look\n[Trigger]\nValue=0\n"), InputPastEnd);
+    EXPECT_EQ(ErrorReading(""), InputPastEnd);
+    EXPECT_EQ(ErrorReading("[Alias]\nValue=0\nAlias=x\nReplace=y\n"), InputPastEnd);
+    EXPECT_EQ(ErrorReading("[Trigger]\nValue=0\nTrigger=t\nReact=r\nmore\n"), InputPastEnd);
+    EXPECT_EQ(ErrorReading("NormKey112=look\n[Trigger]\nValue=0\n"), InputPastEnd);
 }
 
 TEST_F(MacroFile, CutAnywhereTheFileIsReadOrRefusedAndNothingElse) {

@@ -4,6 +4,7 @@
 #include "base/Error.h"
 #include "base/Globals.h"
 #include "fakes/Fakes.h"
+#include "support/ErrorOf.h"
 
 #include <map>
 #include <ostream>
@@ -15,15 +16,6 @@ constexpr std::int16_t kF1 = 112;
 constexpr std::int16_t kF5 = 116;
 constexpr std::int16_t kK = 75;
 constexpr std::int16_t kKeypad8 = 104;
-
-template <class Handler> std::int32_t ErrorOf(Handler handler) {
-    try {
-        handler();
-    } catch (const Error& error) {
-        return error.Number;
-    }
-    return 0;
-}
 
 struct Case {
     const char* Name;

@@ -2,18 +2,10 @@
 
 #include "base/Error.h"
 #include "fakes/Fakes.h"
+#include "support/ErrorOf.h"
 
 namespace mw {
 namespace {
-
-template <class Handler> std::int32_t ErrorOf(Handler handler) {
-    try {
-        handler();
-    } catch (const Error& error) {
-        return error.Number;
-    }
-    return 0;
-}
 
 class MacroSetList : public RuleTest {};
 

@@ -4,6 +4,7 @@
 #include "base/Globals.h"
 #include "config/FreshFolder.h"
 #include "fakes/Fakes.h"
+#include "support/ErrorOf.h"
 
 namespace mw {
 namespace {
@@ -46,13 +47,8 @@ protected:
     ClientConfig Parse(std::string_view text) { return ParseClientConfig(text, Start); }
 
     // Number of the Error that reading text ends in, 0 for none.
-    std::int32_t ErrorOf(std::string_view text) {
-        try {
-            Parse(text);
-        } catch (const Error& error) {
-            return error.Number;
-        }
-        return 0;
+    std::int32_t ErrorReading(std::string_view text) {
+        return ErrorOf([&] { Parse(text); });
     }
 
     std::vector<std::string> NamesIn(std::string_view text) {
@@ -122,10 +118,10 @@ TEST_F(Config, TheFirstKeyInSlotOrderWinsALine) {
 }
 
 TEST_F(Config, AColourThatIsNoNumberIsTypeMismatch) {
-    EXPECT_EQ(ErrorOf("[Colours]\nMwBlack=&Hxyz\n[END]\n"), TypeMismatch);
-    EXPECT_EQ(ErrorOf("[Colours]\nMwBlack\n[END]\n"), TypeMismatch);
-    EXPECT_EQ(ErrorOf("[Colours]\nMwBlack=&H\n[END]\n"), TypeMismatch);
-    EXPECT_EQ(ErrorOf("[Colours]\nMwBlack=&H123456789\n[END]\n"), Overflow);
+    EXPECT_EQ(ErrorReading("[Colours]\nMwBlack=&Hxyz\n[END]\n"), TypeMismatch);
+    EXPECT_EQ(ErrorReading("[Colours]\nMwBlack\n[END]\n"), TypeMismatch);
+    EXPECT_EQ(ErrorReading("[Colours]\nMwBlack=&H\n[END]\n"), TypeMismatch);
+    EXPECT_EQ(ErrorReading("[Colours]\nMwBlack=&H123456789\n[END]\n"), Overflow);
 }
 
 TEST_F(Config, AnUnknownColourLineShowsTwoMessagesAndEndsTheProgram) {
@@ -193,7 +189,7 @@ TEST_F(Config, MoreSetsThanA16BitIndexCountsIsOverflow) {
     for (int i = 0; i < 32768; ++i)
         text += "s\n";
     EXPECT_EQ(Parse(text + "[END]\n").Sets.size(), 32768u);
-    EXPECT_EQ(ErrorOf(text + "s\n[END]\n"), Overflow);
+    EXPECT_EQ(ErrorReading(text + "s\n[END]\n"), Overflow);
 }
 
 TEST_F(Config, AnUnknownSectionEndsTheReadingWithTwoMessages) {
@@ -215,10 +211,10 @@ TEST_F(Config, TheLastLineIsReadAndNeverLookedAt) {
 }
 
 TEST_F(Config, AFileCutInsideASectionIsInputPastEnd) {
-    EXPECT_EQ(ErrorOf("[Colours]\nMwBlack=1\n"), InputPastEnd);
-    EXPECT_EQ(ErrorOf("[Config]\nEsc=;"), InputPastEnd);
-    EXPECT_EQ(ErrorOf("[Macros]\nDefault\n"), InputPastEnd);
-    EXPECT_EQ(ErrorOf(""), InputPastEnd);
+    EXPECT_EQ(ErrorReading("[Colours]\nMwBlack=1\n"), InputPastEnd);
+    EXPECT_EQ(ErrorReading("[Config]\nEsc=;"), InputPastEnd);
+    EXPECT_EQ(ErrorReading("[Macros]\nDefault\n"), InputPastEnd);
+    EXPECT_EQ(ErrorReading(""), InputPastEnd);
 }
 
 TEST_F(Config, CutAnywhereTheFileIsReadOrRefusedAndNothingElse) {

@@ -3,22 +3,12 @@
 #include "base/Error.h"
 #include "base/Notice.h"
 #include "fakes/Fakes.h"
-
-#include <functional>
+#include "support/ErrorOf.h"
 
 namespace mw {
 namespace {
 
 using Registry = RuleTest;
-
-Error ErrorOf(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const Error& error) {
-        return error;
-    }
-    return {};
-}
 
 std::string Read(const std::string& key) { return ReadSetting("MwClient", "Windows", key, "none"); }
 
@@ -83,8 +73,9 @@ class EmptyNames : public RuleTest, public testing::WithParamInterface<EmptyName
 TEST_P(EmptyNames, AreRefusedByWritingAndReadingAlike) {
     const EmptyName& row = GetParam();
     const Error expected{row.Number, "MRegistry", row.Description};
-    EXPECT_EQ(ErrorOf([&] { WriteSetting(row.Application, row.Section, row.Key, "x"); }), expected);
-    EXPECT_EQ(ErrorOf([&] { ReadSetting(row.Application, row.Section, row.Key, "x"); }), expected);
+    EXPECT_EQ(RaisedBy([&] { WriteSetting(row.Application, row.Section, row.Key, "x"); }),
+              expected);
+    EXPECT_EQ(RaisedBy([&] { ReadSetting(row.Application, row.Section, row.Key, "x"); }), expected);
     EXPECT_TRUE(fakes::Registry.empty());
 }
 
@@ -104,20 +95,20 @@ INSTANTIATE_TEST_SUITE_P(Rows, EmptyNames, testing::ValuesIn(kEmptyNames),
 
 TEST_F(Registry, ASectionThatCannotBeMadeIsAnErrorWithTheSystemsCode) {
     fakes::CreateCode = 5;
-    EXPECT_EQ(ErrorOf([] { WriteSetting("a", "s", "k", "v"); }),
+    EXPECT_EQ(RaisedBy([] { WriteSetting("a", "s", "k", "v"); }),
               (Error{kErrorBase + 2005, "MRegistry", "Could not open/create registry section"}));
 }
 
 TEST_F(Registry, AValueThatCannotBeSetIsAnErrorAndTheKeyIsClosed) {
     fakes::SetCode = 5;
-    EXPECT_EQ(ErrorOf([] { WriteSetting("a", "s", "k", "v"); }),
+    EXPECT_EQ(RaisedBy([] { WriteSetting("a", "s", "k", "v"); }),
               (Error{kErrorBase + 2005, "MRegistry", "Could not set key value"}));
     EXPECT_EQ(fakes::OpenKeys, 0);
 }
 
 TEST_F(Registry, ASectionThatCannotBeOpenedIsAnErrorUnlessItIsNotThere) {
     fakes::OpenCode = 5;
-    EXPECT_EQ(ErrorOf([] { ReadSetting("a", "s", "k", "v"); }),
+    EXPECT_EQ(RaisedBy([] { ReadSetting("a", "s", "k", "v"); }),
               (Error{kErrorBase + 2005, "MRegistry", "Could not open registry section"}));
     fakes::OpenCode = 2;
     EXPECT_EQ(ReadSetting("a", "s", "k", "v"), "v");
@@ -125,7 +116,7 @@ TEST_F(Registry, ASectionThatCannotBeOpenedIsAnErrorUnlessItIsNotThere) {
 
 TEST_F(Registry, ANumberIsNoStringAndTheErrorCarriesItsTypeOnPurpose) {
     fakes::Registry["SOFTWARE\\MwClient\\Windows"]["gTop"] = {4, std::string(4, '\1')};
-    EXPECT_EQ(ErrorOf([] { Read("gTop"); }),
+    EXPECT_EQ(RaisedBy([] { Read("gTop"); }),
               (Error{kErrorBase + 2004, "MRegistry", "Registry data not a string"}));
     EXPECT_EQ(fakes::OpenKeys, 0);
 }

@@ -2,6 +2,7 @@
 #include "config/FreshFolder.h"
 #include "config/MudList.h"
 #include "fakes/Fakes.h"
+#include "support/ErrorOf.h"
 
 namespace mw {
 namespace {
@@ -46,13 +47,8 @@ Texts NamesIn(std::string_view text) {
     return names;
 }
 
-std::int32_t ErrorOf(std::string_view text) {
-    try {
-        Parse(text);
-    } catch (const Error& error) {
-        return error.Number;
-    }
-    return 0;
+std::int32_t ErrorReading(std::string_view text) {
+    return ErrorOf([&] { Parse(text); });
 }
 
 class MudListFile : public RuleTest {
@@ -126,15 +122,15 @@ TEST_F(MudListFile, AnotherLineShowsTwoMessagesAndEndsTheProgram) {
 }
 
 TEST_F(MudListFile, APortOrSwitchThatDoesNotConvertIsAnError) {
-    EXPECT_EQ(ErrorOf(Record("A", "False", "99999")), Overflow);
-    EXPECT_EQ(ErrorOf(Record("A", "False", "40a0")), TypeMismatch);
-    EXPECT_EQ(ErrorOf(Record("A", "maybe")), TypeMismatch);
+    EXPECT_EQ(ErrorReading(Record("A", "False", "99999")), Overflow);
+    EXPECT_EQ(ErrorReading(Record("A", "False", "40a0")), TypeMismatch);
+    EXPECT_EQ(ErrorReading(Record("A", "maybe")), TypeMismatch);
     EXPECT_EQ(Parse(Record("A", "1", "&H50") + "[End]\n")[1].Port, 80);
 }
 
 TEST_F(MudListFile, AFileCutInsideARecordIsInputPastEnd) {
-    EXPECT_EQ(ErrorOf(""), InputPastEnd);
-    EXPECT_EQ(ErrorOf("[Mud]\nMud=A\nAddy=b\n"), InputPastEnd);
+    EXPECT_EQ(ErrorReading(""), InputPastEnd);
+    EXPECT_EQ(ErrorReading("[Mud]\nMud=A\nAddy=b\n"), InputPastEnd);
 }
 
 TEST_F(MudListFile, MoreRecordsThanA16BitIndexCountsIsOverflow) {
@@ -142,11 +138,11 @@ TEST_F(MudListFile, MoreRecordsThanA16BitIndexCountsIsOverflow) {
     for (int i = 0; i < 32768; ++i)
         text += Record("Quillmere");
     EXPECT_EQ(Parse(text).size(), 32768u);
-    EXPECT_EQ(ErrorOf(text + Record("x")), Overflow);
+    EXPECT_EQ(ErrorReading(text + Record("x")), Overflow);
     std::string shifted;
     for (int i = 0; i < 32768; ++i)
         shifted += Record("x");
-    EXPECT_EQ(ErrorOf(shifted), Overflow);
+    EXPECT_EQ(ErrorReading(shifted), Overflow);
 }
 
 TEST_F(MudListFile, AMissingFileIsWrittenFromTheList) {

@@ -56,6 +56,13 @@ TEST_F(GameList, TakesTheMakersHostFromTheEnvironment) {
     EXPECT_EQ(DefaultMudList()[0].Address, "game.example");
 }
 
+TEST_F(GameList, StandsBesideTheMakersWebSite) {
+    const Environment unset("QUILLMERE_WEB_ROOT", nullptr);
+    EXPECT_EQ(WebRoot(), QUILLMERE_WEB_ROOT);
+    const Environment site("QUILLMERE_WEB_ROOT", "http://site.example");
+    EXPECT_EQ(WebRoot(), "http://site.example");
+}
+
 TEST_F(GameList, ReturnsToItsStart) {
     MudList.resize(3);
     MudList[0].Name = "Other";

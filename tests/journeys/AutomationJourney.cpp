@@ -69,6 +69,9 @@ TEST_F(Automation, IsMadeInTheEditorsUsedAndKept) {
         Player.Press("Tab"); // to the box of Alt+K
     Player.Type("kill ");
     Moment("1-macros");
+    Player.Press("ctrl+Tab"); // the tab "Ctrl Keys", at the box of Ctrl+A
+    Player.Press("Tab");
+    Player.Type("flee;");
     Leave("alt+d", "^Macros$");
 
     OpenEditor("a", "^Aliases$");
@@ -94,13 +97,15 @@ TEST_F(Automation, IsMadeInTheEditorsUsedAndKept) {
     Player.Press("alt+k");
     Player.Enter("rat");
     Server.Expect("kill rat\r");
+    Player.Press("ctrl+b");
+    Server.Expect("flee\r");
 
     Player.ExitByMenu();
     EXPECT_EQ(Player.WaitForEnd(), 0);
     EXPECT_NE(File("Data/client.cfg").find("[Macros]\r\nDefault\r\nHunt\r\n[END]\r\n"),
               std::string::npos);
     EXPECT_EQ(File("Macros/Default.mco"), "NormKey112=score;\r\n[End]\r\n");
-    const std::string hunt = "AltKey75=kill \r\n"
+    const std::string hunt = "CTRLkey66=flee;\r\nAltKey75=kill \r\n"
                              "[Trigger]\r\nValue=0\r\nTrigger=You are hungry\r\n"
                              "React=eat bread;drink\r\n~\r\n"
                              "[Trigger]\r\nValue=1\r\nTrigger=hungry\r\nReact=sigh\r\n~\r\n"

@@ -7,6 +7,7 @@
 #include "config/MudList.h"
 #include "fakes/Fakes.h"
 #include "net/Send.h"
+#include "support/ErrorOf.h"
 #include "terminal/AutoLog.h"
 #include "terminal/Incoming.h"
 #include "terminal/Output.h"
@@ -83,15 +84,6 @@ protected:
         }
         ADD_FAILURE() << "no step " << step;
         return fakes::Calls.size();
-    }
-
-    template <class Handler> static std::int32_t ErrorOf(Handler handler) {
-        try {
-            handler();
-        } catch (const Error& error) {
-            return error.Number;
-        }
-        return 0;
     }
 
     FreshFolder Folder;
