@@ -24,7 +24,7 @@ namespace {
 QString ChooseApplicationFolder(const QString& home) {
     if (!home.isEmpty())
         return QDir(home).absolutePath();
-    const QString own = QCoreApplication::applicationDirPath();
+    QString own = QCoreApplication::applicationDirPath();
     if (QDir(own).exists("Data"))
         return own;
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/quillmere";

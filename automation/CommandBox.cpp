@@ -8,9 +8,11 @@ namespace {
 
 std::string Draft; // what was typed before the first Up
 
-std::int16_t NewestIndex() { return static_cast<std::int16_t>(History.size()) - 1; }
-
 } // namespace
+
+std::int16_t NewestIndex() {
+    return static_cast<std::int16_t>(static_cast<int>(History.size()) - 1);
+}
 
 void AddToHistory(const std::string& line) {
     History.push_back(line);

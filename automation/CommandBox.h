@@ -18,6 +18,9 @@ inline std::int16_t HistoryIndex = -1; // the entry that stands in the edit fiel
 // Adds a line at the end, the same line again too; the oldest goes when there are more than 25.
 void AddToHistory(const std::string& line);
 
+// Index of the line sent last, -1 when there is none.
+std::int16_t NewestIndex();
+
 // Puts an entry into the edit field. -1 selects none and leaves the text.
 void SelectHistory(std::int16_t index);
 

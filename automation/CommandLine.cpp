@@ -32,7 +32,7 @@ void SendTypedLine() {
     AppendOutput(lineBreak);
     if (!typed.empty())
         AddToHistory(typed);
-    SelectHistory(static_cast<std::int16_t>(History.size()) - 1);
+    SelectHistory(NewestIndex());
     if (!KeepSentText)
         ClearCommand();
     if (EchoOn) {

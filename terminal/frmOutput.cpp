@@ -328,9 +328,13 @@ void Hide() {
 
 namespace vslRTF {
 
-std::int16_t Max() { return Form ? static_cast<std::int16_t>(Form->vslRTF->maximum()) : 0; }
+std::int16_t Max() {
+    return Form ? static_cast<std::int16_t>(Form->vslRTF->maximum()) : std::int16_t{0};
+}
 
-std::int16_t Value() { return Form ? static_cast<std::int16_t>(Form->vslRTF->value()) : 0; }
+std::int16_t Value() {
+    return Form ? static_cast<std::int16_t>(Form->vslRTF->value()) : std::int16_t{0};
+}
 
 void SetMaxAndValue(std::int16_t maximum) {
     if (!Form)

@@ -123,7 +123,7 @@ void GameSocket::Send(std::string_view bytes) {
 std::string GameSocket::GetData() {
     if (Rest.isEmpty())
         return Tcp ? Tcp->read(kLongestArrival).toStdString() : std::string();
-    const std::string data = Rest.left(kLongestArrival).toStdString();
+    std::string data = Rest.left(kLongestArrival).toStdString();
     Rest.remove(0, kLongestArrival);
     return data;
 }

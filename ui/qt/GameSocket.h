@@ -20,9 +20,9 @@ class GameSocket : public QObject {
 
 public:
     // More than this waiting to be sent means that the server does not read.
-    static constexpr qint64 kLongestSendQueue = 1024 * 1024;
+    static constexpr qint64 kLongestSendQueue = qint64{1024} * 1024;
     // What is read ahead of the client; a faster server waits.
-    static constexpr qint64 kReadBuffer = 256 * 1024;
+    static constexpr qint64 kReadBuffer = qint64{256} * 1024;
     static constexpr qint64 kLongestArrival = 32767;
 
     explicit GameSocket(QObject* parent = nullptr);

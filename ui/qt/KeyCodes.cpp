@@ -84,7 +84,9 @@ std::int16_t KeyCodeOf(const QKeyEvent& event) {
 
 std::int16_t CharacterOf(const QKeyEvent& event) {
     const std::string typed = FromQString(event.text());
-    return typed.empty() ? std::int16_t{0} : static_cast<unsigned char>(typed.front());
+    if (typed.empty())
+        return 0;
+    return static_cast<unsigned char>(typed.front());
 }
 
 } // namespace mw

@@ -15,7 +15,7 @@ namespace mw {
 namespace {
 
 constexpr std::int32_t kBadStore = 1009; // the platform's code for a damaged registry
-constexpr qint64 kLargestStore = 4 * 1024 * 1024;
+constexpr qint64 kLargestStore = qint64{4} * 1024 * 1024;
 
 QString StorePath() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
