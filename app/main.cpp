@@ -7,6 +7,7 @@
 #include "config/MudList.h"
 #include "net/Connection.h"
 #include "ui/qt/EventBoundary.h"
+#include "ui/qt/StopSignals.h"
 #include "ui/qt/Text.h"
 
 #include <algorithm>
@@ -93,6 +94,7 @@ int main(int argc, char* argv[]) {
     mw::CurrentMud = static_cast<std::int16_t>(game);
 
     mw::frmMain frame;
+    mw::OnStopSignal(&frame, [] { QCoreApplication::quit(); });
     frame.show();
     if (parser.isSet(connectTo))
         QTimer::singleShot(0, &frame, [] { mw::RunHandler("ConnectToMud", mw::ConnectToMud); });

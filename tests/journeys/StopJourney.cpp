@@ -1,7 +1,8 @@
 // The ways in which the program ends.
 #include "Journey.h"
+#include "Wait.h"
 
-#include <csignal>
+#include <QFile>
 
 namespace journey {
 namespace {
@@ -23,12 +24,23 @@ TEST_F(Stop, ByTheMenuWithoutAConnection) {
     EXPECT_EQ(Player.WaitForEnd(), 0);
 }
 
-TEST_F(Stop, ByASignalEndsItAtOnce) {
+TEST_F(Stop, ByASignalIsAsOrderlyAsByTheMenu) {
     Connect();
+    QFile(Player.Folder.filePath("home/Data/client.cfg")).remove();
     Player.Process.terminate();
-    const int status = Player.WaitForEnd();
-    EXPECT_TRUE(status == 0 || status == -SIGTERM) << status;
+    EXPECT_EQ(Player.WaitForEnd(), 0);
     Server.WaitForPlayerToLeave();
+    EXPECT_TRUE(QFile::exists(Player.Folder.filePath("home/Data/client.cfg")))
+        << "nothing was saved";
+}
+
+// The message box is over the frame, and nobody is there to answer it.
+TEST_F(Stop, ByASignalWhileAMessageBoxIsOpen) {
+    Player.Start();
+    Player.Enter("look");
+    WaitFor("the message box", [this] { return Screen.Windows(".").size() > 1; });
+    Player.Process.terminate();
+    EXPECT_EQ(Player.WaitForEnd(), 0);
 }
 
 } // namespace
