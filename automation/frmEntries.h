@@ -4,7 +4,7 @@
 // The rules and the table are the module's; a derived form says what to call.
 #pragma once
 
-#include "ui/qt/LockedDialog.h"
+#include "ui/qt/WindowsOnTop.h"
 
 #include <string>
 #include <vector>

@@ -3,7 +3,7 @@
 // The sets are automation/Macros.h's; the boxes are stored by "Done" alone.
 #pragma once
 
-#include "ui/qt/LockedDialog.h"
+#include "ui/qt/WindowsOnTop.h"
 
 #include <array>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "ui/qt/LockedDialog.h"
+#include "ui/qt/WindowsOnTop.h"
 
 #include "ui/UserSettings.h"
 

@@ -1,4 +1,4 @@
-// A dialog of the main frame: while it is up the frame is locked.
+// The dialogs of the main frame: while one is up it stands on top and the frame is locked.
 //
 // Every editor and chooser derives from it. It takes the lock when it loads and gives it back when
 // it unloads, brings its window to the top of the window order both times, and remembers its size.
