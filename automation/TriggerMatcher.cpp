@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <numeric>
 #include <unordered_set>
+#include <utility>
 
 namespace mw {
 namespace {
@@ -127,7 +128,7 @@ TriggerMatcher BuildMatcher(const std::vector<TriggerEntry>& entries) {
     builder.Ranges.push_back({0, entries.size(), 0});
     for (std::uint32_t current = 0; current < builder.Matcher.Nodes.size(); ++current)
         builder.Grow(current);
-    return builder.Matcher;
+    return std::move(builder.Matcher);
 }
 
 std::vector<std::size_t> MatchesIn(const TriggerMatcher& matcher, std::string_view line) {

@@ -14,13 +14,7 @@ frmAlias::frmAlias(QWidget* frame)
     Action->setObjectName("txtAction");
     TextLabel->setText(tr("W&hen a line begins with"));
     ActionLabel->setText(tr("&put this in its place"));
-    // The file keeps a replacement on one line.
-    Action->setLineWrapMode(QPlainTextEdit::WidgetWidth);
-    connect(Action, &QPlainTextEdit::textChanged, this, [this] {
-        const QString text = Action->toPlainText();
-        if (text.contains('\n'))
-            Action->setPlainText(QString(text).replace('\n', ' '));
-    });
+    connect(Action, &QPlainTextEdit::textChanged, this, &frmAlias::KeepOnOneLine);
     chkDisable->setObjectName("chkDisable");
     Fields->addWidget(chkDisable, 4, 0);
     connect(chkDisable, &QCheckBox::toggled, this, [this](bool checked) {
@@ -48,6 +42,18 @@ bool frmAlias::Change(std::int16_t index, const std::string& text, const std::st
 }
 
 void frmAlias::Remove(std::int16_t index) { DeleteAlias(index); }
+
+// A line break would make the set's file unreadable.
+void frmAlias::KeepOnOneLine() {
+    QString text = Action->toPlainText();
+    if (!text.contains('\n'))
+        return;
+    const int caret = Action->textCursor().position();
+    Action->setPlainText(text.replace('\n', ' '));
+    QTextCursor cursor = Action->textCursor();
+    cursor.setPosition(caret);
+    Action->setTextCursor(cursor);
+}
 
 // Meant: the box does not follow the selection, it only acts on it.
 void frmAlias::SelectionChanged() { chkDisable->setEnabled(List->isEnabled() && Selected() >= 0); }

@@ -21,6 +21,7 @@ protected:
     void SelectionChanged() override;
 
 private:
+    void KeepOnOneLine();
     void chkDisable_Click(bool checked);
 
     QCheckBox* chkDisable;

@@ -105,8 +105,7 @@ void WriteFile(const std::string& name, std::string_view contents) {
 #endif
         fs::rename(neighbour, path, failure);
     }
-    std::error_code ignored;
-    fs::remove(neighbour, ignored);
+    DeleteFile(neighbour, "");
 }
 
 bool IsFileName(std::string_view name) {

@@ -67,9 +67,11 @@ TEST_F(WholeFiles, AFailedWriteIsSilentAndKeepsTheOldContents) {
     WriteFile("missing\\f", "x");
     EXPECT_EQ(Count(), 0u);
     WriteFile("f", "old");
-    MakeFolder("f.new"); // stands where the new contents would be written
     WriteFile("f\\below a file", "x");
+    MakeFolder("f.new"); // stands where the new contents would be written
+    WriteFile("f", "new");
     EXPECT_EQ(ReadFile("f"), "old");
+    EXPECT_TRUE(Folder.HasFolder("f.new"));
 }
 
 TEST_F(WholeFiles, AFolderInAFilesPlaceStays) {
