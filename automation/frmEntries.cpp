@@ -1,6 +1,7 @@
 #include "automation/frmEntries.h"
 
 #include "ui/qt/EventBoundary.h"
+#include "ui/qt/OneLine.h"
 #include "ui/qt/Text.h"
 
 #include <QHBoxLayout>
@@ -26,6 +27,7 @@ frmEntries::frmEntries(const char* name, const QString& title, QWidget* frame)
       Fields(new QGridLayout) {
     TextLabel->setBuddy(Text);
     ActionLabel->setBuddy(Action);
+    Text->setValidator(new OneLine(Text)); // a break would make the set's file unreadable
     Action->setTabChangesFocus(true);
     // Locked texts are there to be read.
     QPalette readable = palette();

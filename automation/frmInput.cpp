@@ -7,13 +7,13 @@
 #include "ui/InputControls.h"
 #include "ui/qt/EventBoundary.h"
 #include "ui/qt/KeyCodes.h"
+#include "ui/qt/OneLine.h"
 #include "ui/qt/Text.h"
 
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPointer>
-#include <QValidator>
 
 namespace mw {
 namespace {
@@ -30,21 +30,6 @@ bool KeyHasMacro(const QKeyEvent& event) {
         return false;
     }
 }
-
-// Pasted line breaks become blanks: the box holds one line.
-class OneLine : public QValidator {
-public:
-    using QValidator::QValidator;
-
-    State validate(QString& text, int& caret) const override {
-        const QString lineEnd = QStringLiteral("\r\n");
-        caret -= static_cast<int>(text.left(caret).count(lineEnd));
-        text.replace(lineEnd, QStringLiteral(" "));
-        for (const QChar lineBreak : {QChar('\r'), QChar('\n'), QChar(0x2028), QChar(0x2029)})
-            text.replace(lineBreak, QChar(' '));
-        return Acceptable;
-    }
-};
 
 } // namespace
 

@@ -2,6 +2,7 @@
 
 #include "automation/Macros.h"
 #include "ui/qt/EventBoundary.h"
+#include "ui/qt/OneLine.h"
 #include "ui/qt/Text.h"
 
 #include <QGridLayout>
@@ -84,6 +85,7 @@ QWidget* frmMacros::MakePanel(QLineEdit** boxes, int count, const char* name, co
     for (int i = 0; i < count; ++i) {
         const QString key = firstKey == 0 ? QString::number(i + 1) : QString(QChar(firstKey + i));
         boxes[i] = new QLineEdit;
+        boxes[i]->setValidator(new OneLine(boxes[i]));
         boxes[i]->setObjectName(QStringLiteral("%1%2").arg(QLatin1String(name)).arg(i));
         boxes[i]->setAccessibleName(prefix + key);
         auto* const label = new QLabel(prefix + key);

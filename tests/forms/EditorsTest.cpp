@@ -4,6 +4,7 @@
 #include "forms/FrameTest.h"
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QInputDialog>
 #include <QMenuBar>
 
@@ -241,6 +242,17 @@ TEST_F(TriggerEditor, AddsAReactionOfSeveralLinesWithoutTildes) {
     EXPECT_EQ(Table(), (Triggers{{"You are hungry", "say -hello-\r\neat"}}));
 }
 
+// A break in one of these texts would make the set's file unreadable at the next start.
+TEST_F(TriggerEditor, PastedBreaksBecomeBlanks) {
+    OpenIt();
+    Click("cmdNew");
+    QApplication::clipboard()->setText("one\r\ntwo\nthree");
+    Trigger()->paste();
+    TypeInto(Action(), "y");
+    Click("cmdAdd");
+    EXPECT_EQ(Table()[0].Trigger, "one two three");
+}
+
 TEST_F(TriggerEditor, RefusesEmptyTextsWithTheirMessages) {
     OpenIt();
     Click("cmdNew");
@@ -356,6 +368,18 @@ TEST_F(MacroEditor, DoneStoresAllBoxesAndCloses) {
     EXPECT_EQ(CurrentSet().NormKey, (KeyTable{{33, "not shown here"}, {112, "look;"}}));
     EXPECT_EQ(CurrentSet().AltKey, (KeyTable{{75, "kill "}}));
     EXPECT_EQ(CurrentSet().CtrlKey, (KeyTable{{65, "n;n;"}}));
+}
+
+TEST_F(MacroEditor, PastedBreaksBecomeBlanks) {
+    OpenIt();
+    QApplication::clipboard()->setText("n;\ns;");
+    Box("txtF0")->paste();
+    Box("TxtAlt0")->paste();
+    Box("txtCtrl0")->paste();
+    Click("cmdDone");
+    EXPECT_EQ(KeyText(CurrentSet().NormKey, 112), "n; s;");
+    EXPECT_EQ(KeyText(CurrentSet().AltKey, 65), "n; s;");
+    EXPECT_EQ(KeyText(CurrentSet().CtrlKey, 65), "n; s;");
 }
 
 TEST_F(MacroEditor, ClosingWithoutDoneStoresNothing) {
