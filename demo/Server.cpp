@@ -3,21 +3,18 @@
 #include "Commands.h"
 #include "Life.h"
 #include "Login.h"
+#include "Ports.h"
 
 #include <algorithm>
 #include <iostream>
 #include <iterator>
 #include <utility>
 
-#include <QNetworkProxy>
-#include <QRandomGenerator>
 #include <QTcpSocket>
 
 namespace world {
 namespace {
 
-constexpr int kFirstFreePort = 20000;
-constexpr int kPortTries = 100;
 constexpr int kReceiveBuffer = 4096;
 constexpr int kSendBuffer = 64 * 1024; // the system's own share, kept small beside MaxQueue
 constexpr int kNarrowest = 40;         // a window smaller than that gets lines of this width
@@ -45,7 +42,6 @@ std::size_t WidthFor(int columns) {
 Server::Server(const Settings& chosen) : settings(chosen) {
     world.roll = settings.roll;
     Populate(world);
-    listener.setProxy(QNetworkProxy::NoProxy);
     turnTimer.setSingleShot(true);
     fightTimer.setInterval(settings.round);
     beatTimer.setInterval(settings.beat);
@@ -61,21 +57,7 @@ Server::Server(const Settings& chosen) : settings(chosen) {
     });
 }
 
-bool Server::Listen() {
-    if (settings.port == 0)
-        return ListenSomewhere();
-    return listener.listen(QHostAddress::LocalHost, static_cast<quint16>(settings.port));
-}
-
-// The system would hand out a port above those the client can store.
-bool Server::ListenSomewhere() {
-    for (int tries = 0; tries < kPortTries; ++tries) {
-        const int port = QRandomGenerator::global()->bounded(kFirstFreePort, LastPort + 1);
-        if (listener.listen(QHostAddress::LocalHost, static_cast<quint16>(port)))
-            return true;
-    }
-    return false;
-}
+bool Server::Listen() { return ListenAt(listener, settings.port); }
 
 int Server::Port() const { return listener.serverPort(); }
 

@@ -27,11 +27,8 @@ inline constexpr std::int64_t MaxQueue = 256 * 1024; // unsent bytes of one clie
 inline constexpr std::int64_t MaxRead = 1024;        // bytes taken from one client a turn
 inline constexpr int MaxLinesATurn = 8; // so that one who floods leaves room for others
 
-// The last port the client can store: its ports are signed 16-bit numbers.
-inline constexpr int LastPort = 32767;
-
 struct Settings {
-    int port = 1234; // 0: any free one up to LastPort
+    int port = 1234; // 0: any free one up to LastPort (Ports.h)
     std::chrono::milliseconds round{1500};
     std::chrono::milliseconds beat{30000};
     std::function<int(int)> roll; // chance; a number from 0 up to below its argument
@@ -63,7 +60,6 @@ private:
         bool isLeaving = false;        // its good-bye is sent
     };
 
-    bool ListenSomewhere();
     void Accept();
     void Refuse(QTcpSocket* socket);
     void Welcome(QTcpSocket* socket);

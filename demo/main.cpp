@@ -1,10 +1,14 @@
-// The program quillmere-world: reads its options, serves until it is told to stop.
+// The program quillmere-world: reads its options, serves game and pages until it is told to stop.
+#include "Ports.h"
 #include "Server.h"
+#include "Site.h"
+#include "WebServer.h"
 
 #include <csignal>
 #include <iostream>
 #include <optional>
 #include <random>
+#include <string>
 #include <sys/signalfd.h>
 #include <unistd.h>
 
@@ -13,6 +17,14 @@
 #include <QSocketNotifier>
 
 namespace {
+
+constexpr int kLastTcpPort = 65535; // no client has to store the port of the pages
+
+struct Options {
+    world::Settings game;
+    int httpPort = 0;
+    std::string clientVersion;
+};
 
 // SIGTERM and SIGINT become readable bytes: what answers them runs in the event loop.
 int StopSignals() {
@@ -41,7 +53,7 @@ std::function<int(int)> Dice() {
     };
 }
 
-std::optional<world::Settings> ReadSettings(const QCoreApplication& app) {
+std::optional<Options> ReadOptions(const QCoreApplication& app) {
     QCommandLineParser parser;
     parser.setApplicationDescription("A small game world on 127.0.0.1.");
     parser.addHelpOption();
@@ -49,15 +61,29 @@ std::optional<world::Settings> ReadSettings(const QCoreApplication& app) {
         {"port", "Port to listen on; 0 takes any free one up to 32767.", "number", "1234"},
         {"hunger", "Seconds from one slow step (hunger, healing) to the next.", "seconds", "30"},
         {"round", "Milliseconds from one round of a fight to the next.", "milliseconds", "1500"},
+        {"http-port", "Port to serve web pages on; 0 takes any free one up to 32767.", "number",
+         "8080"},
+        {"client-version", "Version of the client to publish.", "text", "1"},
     });
     parser.process(app);
     const auto port = NumberOf(parser, "port", 0, world::LastPort);
     const auto hunger = NumberOf(parser, "hunger", 1, 3600);
     const auto round = NumberOf(parser, "round", 10, 60000);
-    if (!port || !hunger || !round)
+    const auto httpPort = NumberOf(parser, "http-port", 0, kLastTcpPort);
+    if (!port || !hunger || !round || !httpPort)
         return std::nullopt;
-    return world::Settings{*port, std::chrono::milliseconds(*round), std::chrono::seconds(*hunger),
-                           Dice()};
+    return Options{
+        {*port, std::chrono::milliseconds(*round), std::chrono::seconds(*hunger), Dice()},
+        *httpPort,
+        parser.value("client-version").toStdString()};
+}
+
+// One write: a reader may take what it wants from the first line and close its end.
+void Announce(int gamePort, std::optional<int> httpPort) {
+    std::string lines = "Listening on 127.0.0.1:" + std::to_string(gamePort) + '\n';
+    if (httpPort)
+        lines += "Serving http://127.0.0.1:" + std::to_string(*httpPort) + "/\n";
+    std::cout << lines << std::flush;
 }
 
 } // namespace
@@ -66,19 +92,24 @@ int main(int argc, char** argv) {
     const int stopSignals = StopSignals();
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName("quillmere-world");
-    const std::optional<world::Settings> settings = ReadSettings(app);
-    if (!settings)
+    const std::optional<Options> options = ReadOptions(app);
+    if (!options)
         return 1;
-    world::Server server(*settings);
+    world::Server server(options->game);
     if (!server.Listen()) {
-        std::cerr << "Port " << settings->port << " is taken\n";
+        std::cerr << "Port " << options->game.port << " is taken\n";
         return 1;
     }
+    world::WebServer web(world::Site(server.Port(), options->clientVersion));
+    const bool hasPages = web.Listen(options->httpPort);
+    if (!hasPages)
+        std::cerr << "Port " << options->httpPort
+                  << " is taken: the game goes on without its web pages\n";
     QSocketNotifier stop(stopSignals, QSocketNotifier::Read);
     QObject::connect(&stop, &QSocketNotifier::activated, &app, [&server] {
         server.Close();
         QCoreApplication::quit();
     });
-    std::cout << "Listening on 127.0.0.1:" << server.Port() << std::endl;
+    Announce(server.Port(), hasPages ? std::optional(web.Port()) : std::nullopt);
     return QCoreApplication::exec();
 }

@@ -1,12 +1,16 @@
-// The built program: its options, its first line, and how it stops.
+// The built program: its options, its first lines, and how it stops.
+#include "Ports.h"
+#include "Reply.h"
 #include "Scene.h"
 #include "Visitor.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <string>
 
 #include <QProcess>
+#include <QTcpServer>
 
 namespace world {
 namespace {
@@ -32,34 +36,127 @@ struct Program {
         return WaitFor([this] { return out.ends_with('\n'); });
     }
 
-    int Port() const { return std::stoi(out.substr(out.rfind(':') + 1)); }
+    int Port() const { return NumberAfter("Listening on 127.0.0.1:"); }
+    int HttpPort() const { return NumberAfter("Serving http://127.0.0.1:"); }
 
     bool Ends() {
         return WaitFor([this] { return process.state() == QProcess::NotRunning; });
     }
 
     void Signal(int number) const { ::kill(static_cast<pid_t>(process.processId()), number); }
+
+private:
+    int NumberAfter(std::string_view words) const {
+        const std::size_t at = out.find(words);
+        return at == std::string::npos ? 0 : std::atoi(out.c_str() + at + words.size());
+    }
 };
 
-TEST(WorldProgram, SaysInOneLineWhereItListens) {
-    Program program({"--port", "0"});
+// A world that leaves the ports of other worlds alone.
+const QStringList kAnyPorts = {"--port", "0", "--http-port", "0"};
+
+// The body of a page, once it is there whole.
+std::string PageOf(const Program& program, const std::string& path) {
+    Visitor client(program.HttpPort());
+    client.Send("GET " + path + " HTTP/1.1\r\n\r\n");
+    EXPECT_TRUE(client.IsClosed());
+    const std::optional<Reply> reply = ParseReply(client.received);
+    EXPECT_TRUE(reply && reply->status == "200 OK" && IsWhole(*reply)) << client.received;
+    return reply.value_or(Reply{}).body;
+}
+
+TEST(WorldProgram, SaysAtOnceInTwoLinesWhereItListensAndServes) {
+    Program program(kAnyPorts);
+    ASSERT_TRUE(program.Listens());
+    EXPECT_EQ(program.out, "Listening on 127.0.0.1:" + std::to_string(program.Port()) +
+                               "\nServing http://127.0.0.1:" + std::to_string(program.HttpPort()) +
+                               "/\n");
+    EXPECT_LE(program.Port(), 32767);
+    EXPECT_LE(program.HttpPort(), 32767);
+    EXPECT_NE(program.Port(), program.HttpPort());
+}
+
+TEST(WorldProgram, TellsOnItsHomePageWhereTheGameIs) {
+    Program program(kAnyPorts);
+    ASSERT_TRUE(program.Listens());
+    EXPECT_TRUE(Contains(PageOf(program, "/"), std::to_string(program.Port())));
+}
+
+TEST(WorldProgram, PublishesVersionOneUnlessToldOtherwise) {
+    Program program(kAnyPorts);
+    ASSERT_TRUE(program.Listens());
+    EXPECT_EQ(PageOf(program, "/client/clientver.txt"), "1");
+}
+
+TEST(WorldProgram, PublishesAnyTextAsTheVersion) {
+    for (const char* version : {"2", "1.10 beta", "", "-1", "a\nb", "\xc3\xa9"}) {
+        Program program(kAnyPorts + QStringList{"--client-version", version});
+        ASSERT_TRUE(program.Listens()) << version << program.log;
+        EXPECT_EQ(PageOf(program, "/client/clientver.txt"), version);
+    }
+}
+
+// The game is there, its pages are not, and one line says why.
+void ExpectGameAlone(Program& program, int takenPort) {
     ASSERT_TRUE(program.Listens());
     EXPECT_EQ(program.out, "Listening on 127.0.0.1:" + std::to_string(program.Port()) + "\n");
-    EXPECT_LE(program.Port(), 32767);
+    const std::string line =
+        "Port " + std::to_string(takenPort) + " is taken: the game goes on without its web pages\n";
+    EXPECT_TRUE(WaitFor([&] { return program.log == line; })) << program.log;
+    Visitor ada(program.Port());
+    EXPECT_TRUE(ada.LogIn("Ada"));
+    program.Signal(SIGTERM);
+    ASSERT_TRUE(program.Ends());
+    EXPECT_EQ(program.process.exitCode(), 0);
+}
+
+TEST(WorldProgram, PlaysOnWithoutPagesWhenTheirPortIsTaken) {
+    Program first(kAnyPorts);
+    ASSERT_TRUE(first.Listens());
+    Program second({"--port", "0", "--http-port", QString::number(first.HttpPort())});
+    ExpectGameAlone(second, first.HttpPort());
+}
+
+TEST(WorldProgram, PlaysOnWithoutPagesWhenTheirPortIsThatOfTheGame) {
+    QTcpServer listener;
+    ASSERT_TRUE(ListenAt(listener, 0));
+    const int port = listener.serverPort();
+    listener.close();
+    const QString number = QString::number(port);
+    Program program({"--port", number, "--http-port", number});
+    ExpectGameAlone(program, port);
+    EXPECT_EQ(program.Port(), port);
+}
+
+// The port is held here so that no reader of another world meets this one. Where it cannot be held,
+// another world has it, which is as good.
+TEST(WorldProgram, ServesOnPort8080UnlessToldOtherwise) {
+    QTcpServer listener;
+    ListenAt(listener, 8080);
+    Program program({"--port", "0"});
+    ASSERT_TRUE(program.Listens());
+    EXPECT_TRUE(WaitFor([&] {
+        return program.HttpPort() == 8080 || program.log.starts_with("Port 8080 is taken:");
+    })) << program.out
+        << program.log;
 }
 
 class WorldProgramSignals : public ::testing::TestWithParam<int> {};
 
 TEST_P(WorldProgramSignals, EndItCleanlyWithAWordToThePlayers) {
-    Program program({"--port", "0"});
+    Program program(kAnyPorts);
     ASSERT_TRUE(program.Listens());
     Visitor ada(program.Port());
     ASSERT_TRUE(ada.LogIn("Ada"));
+    Visitor reader(program.HttpPort());
+    reader.Send("GET / HT");
+    ASSERT_TRUE(WaitFor([&] { return reader.socket.state() == QTcpSocket::ConnectedState; }));
     program.Signal(GetParam());
     ASSERT_TRUE(program.Ends());
     EXPECT_EQ(program.process.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(program.process.exitCode(), 0);
     EXPECT_TRUE(ada.Sees("The world is rolled up for the night."));
+    EXPECT_TRUE(reader.IsClosed());
 }
 
 INSTANTIATE_TEST_SUITE_P(Both, WorldProgramSignals, ::testing::Values(SIGTERM, SIGINT),
@@ -68,7 +165,7 @@ INSTANTIATE_TEST_SUITE_P(Both, WorldProgramSignals, ::testing::Values(SIGTERM, S
                          });
 
 TEST(WorldProgram, LogsALineForEachConnection) {
-    Program program({"--port", "0"});
+    Program program(kAnyPorts);
     ASSERT_TRUE(program.Listens());
     Visitor ada(program.Port());
     ASSERT_TRUE(ada.Sees("By what name"));
@@ -80,14 +177,14 @@ TEST(WorldProgram, ExplainsItsOptions) {
     Program program({"--help"});
     ASSERT_TRUE(program.Ends());
     EXPECT_EQ(program.process.exitCode(), 0);
-    for (const char* option : {"--port", "--hunger", "--round"})
+    for (const char* option : {"--port", "--hunger", "--round", "--http-port", "--client-version"})
         EXPECT_TRUE(Contains(program.out, option)) << option;
 }
 
 TEST(WorldProgram, EndsWithStatusOneWhenThePortIsTaken) {
-    Program first({"--port", "0"});
+    Program first(kAnyPorts);
     ASSERT_TRUE(first.Listens());
-    Program second({"--port", QString::number(first.Port())});
+    Program second({"--port", QString::number(first.Port()), "--http-port", "0"});
     ASSERT_TRUE(second.Ends());
     EXPECT_EQ(second.process.exitCode(), 1);
     EXPECT_EQ(second.log, "Port " + std::to_string(first.Port()) + " is taken\n");
@@ -118,6 +215,12 @@ const BadOption kBadOptions[] = {
     {"APortWithoutNumber", {"--port"}},
     {"NoTimeBetweenPangs", {"--hunger", "0"}},
     {"RoundsTooShort", {"--round", "9"}},
+    {"APortOfPagesThatIsNone", {"--port", "0", "--http-port", "65536"}},
+    {"ANegativePortOfPages", {"--port", "0", "--http-port", "-1"}},
+    {"APortOfPagesInLetters", {"--port", "0", "--http-port", "web"}},
+    {"AnEmptyPortOfPages", {"--port", "0", "--http-port", ""}},
+    {"APortOfPagesWithoutNumber", {"--port", "0", "--http-port"}},
+    {"AVersionWithoutText", {"--port", "0", "--client-version"}},
     {"AnUnknownOption", {"--colour"}},
 };
 

@@ -1,14 +1,13 @@
 #include "Server.h"
 
+#include "Mute.h"
+#include "Ports.h"
 #include "Scene.h"
 #include "Visitor.h"
 
 #include <gtest/gtest.h>
 #include <memory>
-#include <netinet/in.h>
 #include <string>
-#include <sys/socket.h>
-#include <unistd.h>
 #include <vector>
 
 namespace world {
@@ -51,33 +50,6 @@ std::string LinesOf(std::string_view chunk) {
         return {};
     return std::string(chunk.substr(begin, end + 2 - begin));
 }
-
-// A socket of the system that sends and never reads.
-class Mute {
-public:
-    explicit Mute(int port) : handle(::socket(AF_INET, SOCK_STREAM, 0)) {
-        const int small = 4096;
-        ::setsockopt(handle, SOL_SOCKET, SO_RCVBUF, &small, sizeof small);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(static_cast<std::uint16_t>(port));
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        isOpen =
-            ::connect(handle, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-    }
-    Mute(const Mute&) = delete;
-    Mute& operator=(const Mute&) = delete;
-    ~Mute() { ::close(handle); }
-
-    bool Send(std::string_view bytes) const {
-        return isOpen && ::send(handle, bytes.data(), bytes.size(), MSG_NOSIGNAL) ==
-                             static_cast<ssize_t>(bytes.size());
-    }
-
-private:
-    int handle;
-    bool isOpen = false;
-};
 
 TEST_F(WorldServer, PicksAFreePortTheClientCanStore) {
     EXPECT_GT(Port(), 1023);

@@ -37,7 +37,7 @@ struct Tour {
     QDir Folder;
     Display Screen;
     bool IsBuiltInGame = IsFree(kGamePort);
-    World Town{kRoundMs, IsBuiltInGame ? kGamePort : 0};
+    World Town{{.RoundMs = kRoundMs, .Port = IsBuiltInGame ? kGamePort : 0}};
     Client Player{Screen};
 
     void Picture(const QString& name) const {
@@ -55,7 +55,10 @@ struct Tour {
     }
 
     void ComeIn() {
-        Player.Start({"--connect", IsBuiltInGame ? "Quillmere" : Town.Address});
+        Player.Launch({"--connect", IsBuiltInGame ? "Quillmere" : Town.Address});
+        Player.WaitForSplash();
+        Picture("1-splash");
+        Player.WaitForFrame();
         Player.WaitToSee("By what name are you known?");
         Player.Enter("Ada");
         Player.WaitToSee("Choose a password");
@@ -64,7 +67,11 @@ struct Tour {
         Player.Enter("look");
         Player.WaitToSee("Goose Green");
         Player.WaitToSee("] >");
-        Picture("1-connected");
+        Picture("2-connected");
+        Player.Press("alt+c");
+        Picture("3-menu");
+        Player.Press({"Escape", "Escape"}); // the menu, the menu bar
+        Player.ClickCommandLine();
     }
 
     void LookAbout() {
@@ -74,7 +81,7 @@ struct Tour {
         Walk("44");
         Player.Enter("get bread;eat bread");
         Player.WaitToSee("You eat a loaf");
-        Picture("2-map-walk");
+        Picture("4-map-walk");
     }
 
     void Fight() {
@@ -84,7 +91,7 @@ struct Tour {
         Player.Enter("score");
         Player.WaitToSee("life, loaves");
         Player.WaitToSee("] >");
-        Picture("3-fight");
+        Picture("5-fight");
     }
 
     void ReadBack() {
@@ -95,7 +102,7 @@ struct Tour {
         WaitFor("the help in the lower box", [this] {
             return Player.Shown(Client::kLower).find("leave the world") != std::string::npos;
         });
-        Picture("4-scroll-back");
+        Picture("6-scroll-back");
         Player.ReturnToEnd();
         Player.WaitToSee("quit: leave the world");
     }
@@ -104,7 +111,7 @@ struct Tour {
         Player.Enter("quit");
         Player.WaitToSee("Good-bye, Ada.");
         Player.WaitToSee("Connection Closed");
-        Picture("5-left");
+        Picture("7-left");
         const std::string text = Player.Shown();
         QFile file(Folder.absoluteFilePath("transcript.txt"));
         if (!file.open(QFile::WriteOnly) || file.write(text.data(), qsizetype(text.size())) < 0)

@@ -6,18 +6,22 @@
 
 namespace journey {
 
-World::World(int roundMs, int port) {
+World::World(const WorldOptions& options) {
     Process.setStandardErrorFile(QProcess::nullDevice());
     StartChild(Process, WORLD_PROGRAM,
-               {"--port", QString::number(port), "--round", QString::number(roundMs)});
-    QByteArray line;
-    WaitFor("the demo world to listen", [&] {
-        line += Process.readAllStandardOutput();
-        if (line.isEmpty() && Process.state() == QProcess::NotRunning)
+               {"--port", QString::number(options.Port), "--round",
+                QString::number(options.RoundMs), "--http-port", "0", "--client-version",
+                options.ClientVersion});
+    QByteArray lines;
+    WaitFor("the demo world to listen and to serve", [&] {
+        lines += Process.readAllStandardOutput();
+        if (Process.state() == QProcess::NotRunning)
             throw std::runtime_error("The demo world ended at its start");
-        return line.endsWith('\n');
+        return lines.count('\n') == 2;
     });
-    Address = QString::fromLatin1(line.trimmed()).section(' ', -1);
+    const QStringList announced = QString::fromLatin1(lines).split('\n');
+    Address = announced[0].section(' ', -1);
+    WebRoot = announced[1].section(' ', -1).chopped(1); // without the slash at its end
 }
 
 World::~World() { StopChild(Process); }

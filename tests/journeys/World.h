@@ -6,12 +6,19 @@
 
 namespace journey {
 
+struct WorldOptions {
+    int RoundMs = 100;
+    int Port = 0; // 0: any free one below 32768
+    QString ClientVersion = "1";
+};
+
 struct World {
-    // Port 0: any free one below 32768. Throws when the port is taken.
-    explicit World(int roundMs = 100, int port = 0);
+    // Throws when the port is taken.
+    explicit World(const WorldOptions& options = {});
     ~World();
 
     QString Address; // "127.0.0.1:20000"
+    QString WebRoot; // "http://127.0.0.1:20001"
     QProcess Process;
 };
 
