@@ -1,26 +1,36 @@
-// The main frame's behaviour: what loads with it and what its menus and toolbar do.
+// The main frame's behaviour: what loads with it, what its menu items do, what its end starts.
 //
-// frmMain shows it and calls the handlers. Connecting is net/Connection.h's.
+// frmMain shows it and calls the handlers. Connecting is net/Connection.h's, choosing a game
+// config/MudChooser.h's.
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 namespace mw {
 
-inline constexpr int kMajorVersion = QUILLMERE_VERSION_MAJOR;
-inline constexpr int kMinorVersion = QUILLMERE_VERSION_MINOR;
-inline constexpr int kRevision = QUILLMERE_VERSION_PATCH;
+// The game that --connect asks for, by name or as HOST:PORT; empty for none.
+inline std::string ConnectAtStart;
 
 // "Quillmere Mud Client V" and the version.
 std::string FrameCaption();
 
-// The frame is about to be shown: the chooser is filled from MudList and the terminal put into its
-// start state.
+// The frame is about to be shown: the chooser is filled from MudList, the terminal put into its
+// start state, and toolbar, menu marks and output font are as they were kept. The echo is off,
+// whatever was kept. Lets events run between the games.
 void MDIForm_Load();
 
-// An entry of the chooser was chosen: it is the current game, its address and port are shown.
-// Raises Subscript out of range for an index outside the list.
-void cboMud_Click(std::int16_t index);
+// Connects to the game that ConnectAtStart asks for, which is added if need be. Tells when there is
+// none. Raises what FindOrAddMud and ConnectToMud raise.
+void ConnectAsAsked();
+
+void mnuAutoLog_Click();
+void mnuEcho_Click();
+void mnuInput_Click();
+
+// Shows the toolbar instead of the Mud menu, or the other way round.
+void mnutoolbar_Click();
+
+// The frame is being closed: the other windows go, and the splash begins to save.
+void MDIForm_Unload();
 
 } // namespace mw

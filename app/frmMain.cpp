@@ -1,21 +1,34 @@
 #include "app/frmMain.h"
 
 #include "app/MainFrame.h"
+#include "app/Placement.h"
+#include "app/StartUp.h"
+#include "app/frmAbout.h"
+#include "app/frmHelp.h"
 #include "automation/frmAlias.h"
 #include "automation/frmInput.h"
 #include "automation/frmMacros.h"
 #include "automation/frmTrigger.h"
+#include "config/MudChooser.h"
+#include "config/frmAddMud.h"
+#include "config/frmConnect.h"
 #include "net/Connection.h"
 #include "terminal/frmOutput.h"
-#include "ui/FrameControls.h"
+#include "ui/UpdateControls.h"
+#include "ui/qt/Buttons.h"
 #include "ui/qt/EventBoundary.h"
 #include "ui/qt/Text.h"
 
-#include <QFrame>
+#include <string_view>
+
+#include <QApplication>
+#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QScreen>
 #include <QStatusBar>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace mw {
@@ -23,23 +36,55 @@ namespace {
 
 QPointer<frmMain> Frame; // the one main frame
 
-QAction* AddItem(QMenu* menu, const char* name, const QString& caption,
-                 const std::function<void()>& handler) {
-    QAction* const item = menu->addAction(caption);
-    item->setObjectName(name);
-    QObject::connect(item, &QAction::triggered, menu,
-                     [name, handler] { RunHandler(name, handler); });
-    return item;
-}
+struct Menu {
+    const char* Name;
+    const char* Caption;
+};
 
-QPushButton* AddButton(QBoxLayout* row, const char* name, const QString& caption,
-                       const std::function<void()>& handler) {
-    auto* const button = new QPushButton(caption);
-    button->setObjectName(name);
-    QObject::connect(button, &QPushButton::clicked, button,
-                     [name, handler] { RunHandler(name, handler); });
-    row->addWidget(button);
-    return button;
+constexpr Menu kMenus[] = {
+    {"mnuFile", "&File"}, {"Windows", "&Windows"}, {"Conf", "&Configuration"},
+    {"mnuHelp", "&Help"}, {"mnuMud", "&Mud"},
+};
+
+enum class Kind { Plain, Mark }; // a mark can be set
+
+struct Item {
+    const char* Menu;
+    const char* Name;
+    const char* Caption;
+    Kind ItemKind;
+    void (*Click)(); // nullptr: not there yet
+};
+
+// Dialogs of the frame delete themselves.
+template <typename Dialog> void Open() { (new Dialog(Frame))->show(); }
+
+constexpr Item kItems[] = {
+    {"mnuFile", "mnuExit", "&Exit", Kind::Plain, UnloadFrame},
+    {"mnuFile", "mnuAutoLog", "Autolog Each Session", Kind::Plain, mnuAutoLog_Click},
+    {"Windows", "GameW", "&Game Window", Kind::Plain, GameW_Click},
+    {"Windows", "mnuMwWite", "&Quillmere Website", Kind::Plain, nullptr},
+    {"Conf", "Macros", "&Macros", Kind::Plain, Open<frmMacros>},
+    {"Conf", "mnuTriggers", "&Triggers", Kind::Plain, Open<frmTrigger>},
+    {"Conf", "mnuAlias", "&Alias's", Kind::Plain, Open<frmAlias>},
+    {"Conf", "mnuEcho", "&Echo", Kind::Mark, mnuEcho_Click},
+    {"Conf", "mnuSetUp", "&Fonts and Colours", Kind::Plain, nullptr},
+    {"Conf", "mnuInput", "&Keep Sent Text", Kind::Mark, mnuInput_Click},
+    {"Conf", "mnuSound", "&Sound", Kind::Plain, nullptr},
+    {"Conf", "mnutoolbar", "&Enable Toolbar", Kind::Mark, mnutoolbar_Click},
+    {"mnuHelp", "mnuGHlp", "&General Help", Kind::Plain, ShowHelp},
+    {"mnuHelp", "mnuAbout", "About", Kind::Plain, Open<frmAbout>},
+    {"mnuMud", "mnuConnect", "&Connect", Kind::Plain, ConnectToMud},
+    {"mnuMud", "mnuDisconnect", "&Disconnect", Kind::Plain, DisconnectFromMud},
+    {"mnuMud", "mnuADCmud", "&Add/Delete/Change Mud", Kind::Plain, Open<frmConnect>},
+};
+
+void AddItem(QMenu* menu, const Item& row) {
+    QAction* const item = menu->addAction(frmMain::tr(row.Caption));
+    item->setObjectName(row.Name);
+    item->setCheckable(row.ItemKind == Kind::Mark);
+    item->setEnabled(row.Click != nullptr);
+    QObject::connect(item, &QAction::triggered, menu, [&row] { RunHandler(row.Name, row.Click); });
 }
 
 QLabel* AddValue(QBoxLayout* row, const char* name, const QString& caption) {
@@ -57,23 +102,23 @@ QLabel* AddValue(QBoxLayout* row, const char* name, const QString& caption) {
 
 } // namespace
 
-frmMain::frmMain() : ClientArea(new QMdiArea), Input(new frmInput) {
+frmMain::frmMain() : picTool(new QWidget), ClientArea(new QMdiArea), Input(new frmInput) {
     Frame = this;
     setObjectName("frmMain");
     setWindowTitle(ToQString(FrameCaption()));
     MakeMenus();
+    MakeToolbar();
     MakeStatusBar();
 
     auto* const centre = new QWidget;
     auto* const column = new QVBoxLayout(centre);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(MakeToolbar());
+    column->addWidget(picTool);
     column->addWidget(ClientArea, 1);
     column->addWidget(Input);
     setCentralWidget(centre);
     ClientArea->setBackground(palette().color(QPalette::Dark));
-    resize(1000, 700);
 
     connect(Input, &frmInput::pageKey, this, [this](QKeyEvent* event) {
         if (Output)
@@ -81,12 +126,32 @@ frmMain::frmMain() : ClientArea(new QMdiArea), Input(new frmInput) {
     });
     ShowOutput();
     RunHandler("MDIForm_Load", MDIForm_Load);
+    RunHandler("RestorePlacement", RestorePlacement);
     Input->setFocus();
 }
 
 frmMain::~frmMain() {
     // The output window first: what its end tells the frame still finds the frame's controls.
     delete Output;
+}
+
+// The output window goes first: with it the frame's placement is kept and the connection closed.
+void frmMain::CloseOthers() {
+    if (Output)
+        Output->parentWidget()->close();
+    QList<QPointer<QWidget>> windows; // one that is closed may take others with it
+    for (QWidget* const window : QApplication::topLevelWidgets())
+        windows.append(window);
+    for (const QPointer<QWidget>& window : windows) {
+        if (window && window != this && window->isVisible())
+            window->close();
+    }
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    if (!SavingMode)
+        RunHandler("MDIForm_Unload", MDIForm_Unload);
+    event->accept();
 }
 
 void frmMain::ShowOutput() {
@@ -105,26 +170,15 @@ void frmMain::ShowOutput() {
 }
 
 void frmMain::MakeMenus() {
-    QMenu* const mnuFile = menuBar()->addMenu(tr("&File"));
-    AddItem(mnuFile, "mnuExit", tr("&Exit"), UnloadFrame);
-
-    QMenu* const windows = menuBar()->addMenu(tr("&Windows"));
-    AddItem(windows, "GameW", tr("&Game Window"), GameW_Click);
-
-    QMenu* const configuration = menuBar()->addMenu(tr("&Configuration"));
-    AddItem(configuration, "Macros", tr("&Macros"), [this] { (new frmMacros(this))->show(); });
-    AddItem(configuration, "mnuTriggers", tr("&Triggers"),
-            [this] { (new frmTrigger(this))->show(); });
-    AddItem(configuration, "mnuAlias", tr("&Alias's"), [this] { (new frmAlias(this))->show(); });
-
-    // The Mud menu takes the toolbar's place when that is switched off.
-    mnuMud = menuBar()->addMenu(tr("&Mud"));
-    mnuConnect = AddItem(mnuMud, "mnuConnect", tr("&Connect"), ConnectToMud);
-    mnuDisconnect = AddItem(mnuMud, "mnuDisconnect", tr("&Disconnect"), DisconnectFromMud);
-    mnuADCmud = AddItem(mnuMud, "mnuADCmud", tr("&Add/Delete/Change Mud"), [] {});
-    mnuDisconnect->setEnabled(false);
-    mnuMud->menuAction()->setVisible(false);
-    mnuMud->setEnabled(false);
+    for (const Menu& row : kMenus) {
+        QMenu* const menu = menuBar()->addMenu(tr(row.Caption));
+        menu->menuAction()->setObjectName(row.Name);
+        for (const Item& item : kItems) {
+            if (std::string_view(item.Menu) == row.Name)
+                AddItem(menu, item);
+        }
+    }
+    findChild<QAction*>("mnuDisconnect")->setEnabled(false);
     MakeCloseButton();
 }
 
@@ -146,8 +200,7 @@ void frmMain::MakeCloseButton() {
     menuBar()->setCornerWidget(closeOutput);
 }
 
-QWidget* frmMain::MakeToolbar() {
-    auto* const picTool = new QWidget;
+void frmMain::MakeToolbar() {
     picTool->setObjectName("picTool");
     auto* const row = new QHBoxLayout(picTool);
     row->setContentsMargins(8, 4, 8, 4);
@@ -156,13 +209,9 @@ QWidget* frmMain::MakeToolbar() {
     auto* const lbllName = new QLabel(tr("Mud"));
     lbllName->setForegroundRole(QPalette::PlaceholderText);
     row->addWidget(lbllName);
-    cboMud = new QComboBox;
-    cboMud->setObjectName("cboMud");
-    cboMud->setAccessibleName(tr("Mud"));
-    cboMud->setMinimumWidth(180);
-    cboMud->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    row->addWidget(cboMud);
-    connect(cboMud, &QComboBox::activated, this, [](int index) {
+    Chooser = new MudCombo;
+    row->addWidget(Chooser);
+    connect(Chooser, &QComboBox::activated, this, [](int index) {
         RunHandler("cboMud_Click", [index] { cboMud_Click(static_cast<std::int16_t>(index)); });
     });
     lblAddress = AddValue(row, "lblAddress", tr("Address"));
@@ -171,17 +220,15 @@ QWidget* frmMain::MakeToolbar() {
     cmdConn = AddButton(row, "cmdConn", tr("C&onnect"), ConnectToMud);
     cmdDisco = AddButton(row, "cmdDisco", tr("&Disconnect"), DisconnectFromMud);
     cmdDisco->setEnabled(false);
-    cmdNew = AddButton(row, "cmdNew", tr("&New"), [] {});
-    cmdDel = AddButton(row, "cmdDel", tr("D&elete"), [] {});
-    cmdNew->hide();
-    cmdDel->hide();
-    return picTool;
+    cmdNew = AddButton(row, "cmdNew", tr("&New"), Open<frmAddMud>);
+    cmdDel = AddButton(row, "cmdDel", tr("De&lete"), DeleteMud);
 }
 
 void frmMain::MakeStatusBar() {
     const char* const names[] = {"State", "Notices", "Session clock"};
-    const int stretches[] = {3, 3, 0};
+    const int stretches[] = {2, 3, 0};
     statusBar()->setObjectName("stsBar");
+    statusBar()->setContentsMargins(6, 0, 0, 0);
     for (int i = 0; i < 3; ++i) {
         Panels[i] = new QLabel;
         Panels[i]->setTextFormat(Qt::PlainText);
@@ -193,60 +240,138 @@ void frmMain::MakeStatusBar() {
     Panels[2]->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 }
 
-void SetEnabled(FrameControl control, bool enabled) {
-    if (!Frame)
-        return;
+QObject* frmMain::Object(FrameControl control) const {
+    const auto action = [this](const char* name) { return findChild<QAction*>(name); };
     switch (control) {
     case FrameControl::cmdConn:
-        return Frame->cmdConn->setEnabled(enabled);
+        return cmdConn;
     case FrameControl::cmdDisco:
-        return Frame->cmdDisco->setEnabled(enabled);
+        return cmdDisco;
     case FrameControl::cmdNew:
-        return Frame->cmdNew->setEnabled(enabled);
+        return cmdNew;
     case FrameControl::cmdDel:
-        return Frame->cmdDel->setEnabled(enabled);
+        return cmdDel;
     case FrameControl::cboMud:
-        return Frame->cboMud->setEnabled(enabled);
+        return Chooser;
+    case FrameControl::picTool:
+        return picTool;
     case FrameControl::mnuConnect:
-        return Frame->mnuConnect->setEnabled(enabled);
+        return action("mnuConnect");
     case FrameControl::mnuDisconnect:
-        return Frame->mnuDisconnect->setEnabled(enabled);
+        return action("mnuDisconnect");
     case FrameControl::mnuADCmud:
-        return Frame->mnuADCmud->setEnabled(enabled);
+        return action("mnuADCmud");
+    case FrameControl::mnuMud:
+        return action("mnuMud");
+    case FrameControl::mnutoolbar:
+        return action("mnutoolbar");
+    case FrameControl::mnuEcho:
+        return action("mnuEcho");
+    case FrameControl::mnuInput:
+        return action("mnuInput");
     }
+    return nullptr;
+}
+
+// Widgets and menu items have their state in properties of the same names.
+
+void SetEnabled(FrameControl control, bool enabled) {
+    if (Frame)
+        Frame->Object(control)->setProperty("enabled", enabled);
+}
+
+void SetVisible(FrameControl control, bool visible) {
+    if (Frame)
+        Frame->Object(control)->setProperty("visible", visible);
+}
+
+bool IsVisible(FrameControl control) {
+    return Frame && Frame->Object(control)->property("visible").toBool();
+}
+
+void SetChecked(FrameControl item, bool checked) {
+    if (Frame)
+        Frame->Object(item)->setProperty("checked", checked);
 }
 
 namespace stsBar {
 
 void SetPanel(Panel panel, std::string_view text) {
-    if (Frame)
-        Frame->Panels[panel - 1]->setText(ToQString(text));
+    if (!Frame)
+        return;
+    Frame->Panels[panel - 1]->setText(ToQString(text));
+    Frame->Panels[panel - 1]->setToolTip(ToQString(text).toHtmlEscaped()); // it may be cut
 }
 
 } // namespace stsBar
 
-namespace cboMud {
-
-void AddItem(std::string_view name) { Frame->cboMud->addItem(ToQString(name)); }
-
-void SetListIndex(std::int16_t index) { Frame->cboMud->setCurrentIndex(index); }
-
-std::string Text() { return FromQString(Frame->cboMud->currentText()); }
-
-} // namespace cboMud
-
 void lblAddress::SetCaption(std::string_view text) {
     constexpr int kWidest = 240; // pixels; a longer address is cut and shown whole as a tool tip
     const QString address = ToQString(text);
+    if (!Frame)
+        return;
     Frame->lblAddress->setText(
         Frame->lblAddress->fontMetrics().elidedText(address, Qt::ElideRight, kWidest));
     Frame->lblAddress->setToolTip(address.toHtmlEscaped());
 }
 
-void lblPort::SetCaption(std::string_view text) { Frame->lblPort->setText(ToQString(text)); }
+void lblPort::SetCaption(std::string_view text) {
+    if (Frame)
+        Frame->lblPort->setText(ToQString(text));
+}
 
-void ShowOutputWindow() { Frame->ShowOutput(); }
+void ShowOutputWindow() {
+    if (Frame)
+        Frame->ShowOutput();
+}
 
-void UnloadFrame() { Frame->close(); }
+// Lives until the program ends: a message box of its own may still be open when it is closed.
+void ShowFrame() {
+    auto* const frame = new frmMain;
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, frame, &QObject::deleteLater);
+    frame->show();
+    ShowUpdatePrompt(); // it stays in front of the frame
+    QTimer::singleShot(0, frame, [] { RunHandler("ConnectAsAsked", ConnectAsAsked); });
+}
+
+bool FrameIsShown() { return Frame && Frame->isVisible(); }
+
+void UnloadFrame() {
+    if (Frame)
+        Frame->close();
+}
+
+void UnloadOtherForms() {
+    if (Frame)
+        Frame->CloseOthers();
+}
+
+Rectangle FramePlace() {
+    const QRect place = Frame ? Frame->normalGeometry() : QRect();
+    return {place.x(), place.y(), place.width(), place.height()};
+}
+
+WindowState FrameState() {
+    if (!Frame || !(Frame->windowState() & (Qt::WindowMinimized | Qt::WindowMaximized)))
+        return WindowState::Normal;
+    return Frame->isMinimized() ? WindowState::Minimised : WindowState::Maximised;
+}
+
+void PlaceFrame(const Rectangle& place, WindowState state) {
+    if (!Frame)
+        return;
+    Frame->setGeometry(place.Left, place.Top, place.Width, place.Height);
+    if (state == WindowState::Maximised)
+        Frame->setWindowState(Qt::WindowMaximized);
+}
+
+std::vector<Rectangle> Screens() {
+    std::vector<Rectangle> all;
+    for (const QScreen* const screen : QGuiApplication::screens()) {
+        const QRect area = screen->availableGeometry();
+        all.push_back({area.x(), area.y(), area.width(), area.height()});
+    }
+    return all;
+}
 
 } // namespace mw

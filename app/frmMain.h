@@ -4,12 +4,13 @@
 // ui/FrameControls.h, which this form implements.
 #pragma once
 
+#include "ui/FrameControls.h"
+#include "ui/qt/MudCombo.h"
+
 #include <QAction>
-#include <QComboBox>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMdiArea>
-#include <QMenu>
 #include <QPointer>
 #include <QPushButton>
 #include <QToolButton>
@@ -29,24 +30,30 @@ public:
     // Shows the output window, anew when it was closed, filling the client area.
     void ShowOutput();
 
-    QComboBox* cboMud;
+    // Closes every window but this one.
+    void CloseOthers();
+
+    // The object behind a control: a widget or a menu's item.
+    QObject* Object(FrameControl control) const;
+
+    QWidget* picTool;
+    MudCombo* Chooser; // cboMud
     QLabel* lblAddress;
     QLabel* lblPort;
     QPushButton* cmdConn;
     QPushButton* cmdDisco;
     QPushButton* cmdNew;
     QPushButton* cmdDel;
-    QAction* mnuConnect;
-    QAction* mnuDisconnect;
-    QAction* mnuADCmud;
-    QMenu* mnuMud;
     QToolButton* closeOutput;
     QLabel* Panels[3];
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void MakeMenus();
     void MakeCloseButton();
-    QWidget* MakeToolbar();
+    void MakeToolbar();
     void MakeStatusBar();
 
     QMdiArea* ClientArea;

@@ -1,6 +1,6 @@
 #include "automation/frmEntries.h"
 
-#include "ui/qt/EventBoundary.h"
+#include "ui/qt/Buttons.h"
 #include "ui/qt/OneLine.h"
 #include "ui/qt/Text.h"
 
@@ -45,13 +45,13 @@ frmEntries::frmEntries(const char* name, const QString& title, QWidget* frame)
     work->addLayout(Fields, 3);
 
     auto* const buttons = new QHBoxLayout;
-    cmdNew = AddButton(buttons, "cmdNew", tr("&New"), &frmEntries::New);
-    cmdAdd = AddButton(buttons, "cmdAdd", tr("&Add"), &frmEntries::Add);
-    cmdEdit = AddButton(buttons, "cmdEdit", tr("&Edit"), &frmEntries::EditSelected);
-    cmdDelete = AddButton(buttons, "cmdDelete", tr("De&lete"), &frmEntries::Delete);
+    cmdNew = AddButton(buttons, "cmdNew", tr("&New"), [this] { New(); });
+    cmdAdd = AddButton(buttons, "cmdAdd", tr("&Add"), [this] { Add(); });
+    cmdEdit = AddButton(buttons, "cmdEdit", tr("&Edit"), [this] { EditSelected(); });
+    cmdDelete = AddButton(buttons, "cmdDelete", tr("De&lete"), [this] { Delete(); });
     buttons->addStretch(1);
-    cmdDone = AddButton(buttons, "cmdDone", tr("&Done"), &frmEntries::Close);
-    cmdCancel = AddButton(buttons, "cmdCancel", tr("&Cancel"), &frmEntries::Close);
+    cmdDone = AddButton(buttons, "cmdDone", tr("&Done"), [this] { close(); });
+    cmdCancel = AddButton(buttons, "cmdCancel", tr("&Cancel"), [this] { close(); });
 
     auto* const column = new QVBoxLayout(this);
     column->addLayout(work, 1);
@@ -59,17 +59,6 @@ frmEntries::frmEntries(const char* name, const QString& title, QWidget* frame)
     cmdNew->setFocus();
     resize(640, 380);
     connect(List, &QListWidget::itemSelectionChanged, this, &frmEntries::ShowSelected);
-}
-
-QPushButton* frmEntries::AddButton(QBoxLayout* row, const char* name, const QString& caption,
-                                   void (frmEntries::*handler)()) {
-    auto* const button = new QPushButton(caption);
-    button->setObjectName(name);
-    button->setAutoDefault(false);
-    row->addWidget(button);
-    connect(button, &QPushButton::clicked, this,
-            [this, name, handler] { RunHandler(name, [this, handler] { (this->*handler)(); }); });
-    return button;
 }
 
 // A list has a current row as soon as it has the focus; only a selected one counts.
@@ -170,7 +159,5 @@ void frmEntries::Delete() {
     ShowSelected();
     List->setFocus();
 }
-
-void frmEntries::Close() { close(); }
 
 } // namespace mw

@@ -62,14 +62,11 @@ protected:
     QPushButton* cmdCancel;
 
 private:
-    QPushButton* AddButton(QBoxLayout* row, const char* name, const QString& caption,
-                           void (frmEntries::*handler)());
     void Open(bool editing);
     void New();
     void Add();
     void EditSelected();
     void Delete();
-    void Close();
     void ShowSelected();
 
     std::vector<Entry> Shown; // by row

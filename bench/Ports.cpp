@@ -6,7 +6,12 @@
 #include "ui/MessageBox.h"
 #include "ui/OutputControls.h"
 #include "ui/Players.h"
+#include "ui/RegistryStore.h"
 #include "ui/Socket.h"
+#include "ui/SplashControls.h"
+#include "ui/UpdateControls.h"
+#include "ui/UserSettings.h"
+#include "ui/WebPages.h"
 
 namespace mw {
 
@@ -46,6 +51,28 @@ void cboInput::AddItem(std::string_view) {}
 void cboInput::RemoveFirstItem() {}
 
 void stsBar::SetPanel(Panel, std::string_view) {}
+void ShowFrame() {}
+
+void SetCaption(SplashLabel, std::string_view) {}
+void SetEnabled(SplashTimer, bool) {}
+void ShowSplash() {}
+void UnloadSplash() {}
+void SetCaption(UpdateLabel, std::string_view) {}
+void LoadUpdatePrompt() {}
+void ShowUpdatePrompt() {}
+void OpenWebPage(const std::string&) {}
+
+void SaveUserSetting(const std::string&, const std::string&, const std::string&,
+                     const std::string&) {}
+std::int32_t CreateKey(const std::string&, RegistryKey&) { return kNotFound; }
+std::int32_t OpenKey(const std::string&, RegistryKey&) { return kNotFound; }
+std::int32_t SetStringValue(const RegistryKey&, const std::string&, const std::string&) {
+    return kNotFound;
+}
+std::int32_t QueryValue(const RegistryKey&, const std::string&, RegistryValue&) {
+    return kNotFound;
+}
+void CloseKey(RegistryKey&) {}
 
 void PlayWave(const std::string&, const std::string&, std::int32_t, std::int16_t) {}
 void PlayMusic(const std::string&, const std::string&, std::int32_t, std::int16_t) {}

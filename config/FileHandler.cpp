@@ -71,6 +71,8 @@ bool Exists(const std::string& file, const std::string& folder) {
 }
 
 void MakeFolder(const std::string& name) {
+    if (FolderIsTaken)
+        return;
     std::error_code failure;
     if (!fs::create_directory(PathBelow(name), failure))
         Raise(PathFileAccess, "MakeFolder");
@@ -78,7 +80,7 @@ void MakeFolder(const std::string& name) {
 
 void DeleteFile(const fs::path& file, const std::string&) {
     std::error_code ignored;
-    if (!fs::is_regular_file(file, ignored))
+    if (FolderIsTaken || !fs::is_regular_file(file, ignored))
         return;
     MakeWritable(file);
     fs::remove(file, ignored);
@@ -96,6 +98,8 @@ std::string ReadFile(const std::string& name) {
 }
 
 void WriteFile(const std::string& name, std::string_view contents) {
+    if (FolderIsTaken)
+        return;
     const fs::path path = PathBelow(name);
     const fs::path neighbour = fs::path(path) += ".new";
     std::error_code failure;

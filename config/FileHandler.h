@@ -13,6 +13,10 @@ namespace mw {
 // The folder that all names below are relative to. Set once, when the program starts.
 inline std::filesystem::path ApplicationFolder;
 
+// Another client keeps its files in the application folder: this one reads them and changes
+// nothing there. MakeFolder, DeleteFile and WriteFile do nothing then.
+inline bool FolderIsTaken = false;
+
 // Application folder + name.
 std::filesystem::path PathBelow(const std::string& name);
 

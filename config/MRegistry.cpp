@@ -92,4 +92,12 @@ std::string SettingAtStart(const std::string& section, const std::string& key,
     }
 }
 
+void KeepSetting(const std::string& section, const std::string& key, const std::string& value) {
+    try {
+        WriteSetting(kApplicationName, section, key, value);
+    } catch (const Error& error) {
+        ShowNotice("Settings could not be kept: " + error.Description);
+    }
+}
+
 } // namespace mw

@@ -36,4 +36,7 @@ std::string ReadSetting(const std::string& application, const std::string& secti
 std::string SettingAtStart(const std::string& section, const std::string& key,
                            const std::string& fallback);
 
+// WriteSetting of this program; a failure gives a notice.
+void KeepSetting(const std::string& section, const std::string& key, const std::string& value);
+
 } // namespace mw

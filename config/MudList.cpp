@@ -101,6 +101,13 @@ void LoadMudList() {
 
 void SaveMudList() { WriteFile(kFile, FormatMudList(MudList)); }
 
+void MakeGameFolders(const std::string& name) {
+    if (!IsFolderName(name) || Exists("", name))
+        return;
+    MakeFolder(name);
+    MakeFolder(name + "\\sounds");
+}
+
 void ResetMudList() {
     MudList = DefaultMudList();
     CurrentMud = 0;

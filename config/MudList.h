@@ -51,6 +51,10 @@ void LoadMudList();
 // Writes the file. Failures are silent.
 void SaveMudList();
 
+// Makes the folder of the game called name, with its "sounds", when it is not there. A name that
+// can't be a folder of ours gets none. Raises Path/File access error when it can't be made.
+void MakeGameFolders(const std::string& name);
+
 // The built-in entry alone, and chosen. Used at start and by tests.
 void ResetMudList();
 

@@ -1,8 +1,8 @@
 #include "net/Connection.h"
 
+#include "app/Placement.h"
 #include "automation/Macros.h"
 #include "base/Globals.h"
-#include "config/FileHandler.h"
 #include "config/MudList.h"
 #include "config/Palette.h"
 #include "net/Telnet.h"
@@ -60,14 +60,6 @@ void ShowSessionClock() {
 
 bool CurrentMudIsListed() {
     return CurrentMud >= 0 && static_cast<std::size_t>(CurrentMud) < MudList.size();
-}
-
-// A game's sounds lie in a folder named after it. A name that can't be a folder gets none.
-void MakeGameFolders(const std::string& name) {
-    if (!IsFolderName(name) || Exists("", name))
-        return;
-    MakeFolder(name);
-    MakeFolder(name + "\\sounds");
 }
 
 } // namespace
@@ -195,6 +187,7 @@ void tmrLog_Timer() {
 }
 
 void frmOutput_Unload() {
+    KeepPlacement();
     wskTCP::Close();
     Connected = false;
     SetControls(false);

@@ -52,7 +52,8 @@ void tmrConnect_Timer();
 void tmrIncome_Timer();
 void tmrLog_Timer();
 
-// The output window has been closed: the connection goes with it, without a word.
+// The output window is being closed: the frame's placement is kept, and the connection goes without
+// a word.
 void frmOutput_Unload();
 
 // Menu "Game Window": brings the output window back.

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <stdexcept>
 #include <string>
 
@@ -18,6 +19,7 @@ public:
             throw std::runtime_error("no temporary folder");
         Path = name;
         mw::ApplicationFolder = Path;
+        mw::FolderIsTaken = false;
     }
 
     ~FreshFolder() {
@@ -40,6 +42,16 @@ public:
     std::string ContentOf(const std::filesystem::path& name) const {
         std::ifstream file(Path / name, std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    // All that lies below it: files with their contents, folders with none.
+    std::map<std::string, std::string> Contents() const {
+        std::map<std::string, std::string> all;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(Path)) {
+            const std::filesystem::path name = entry.path().lexically_relative(Path);
+            all[name.generic_string()] = entry.is_directory() ? "" : ContentOf(name);
+        }
+        return all;
     }
 
     std::filesystem::path Path;

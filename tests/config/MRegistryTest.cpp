@@ -138,5 +138,45 @@ TEST_F(Registry, AtStartAFailureGivesTheFallbackAndANotice) {
     EXPECT_EQ(fakes::Panels[2], Notice);
 }
 
+TEST_F(Registry, KeepsASettingOfThisProgram) {
+    KeepSetting("Windows", "gTop", "10");
+    EXPECT_EQ(Read("gTop"), "10");
+    KeepSetting("Windows", "gTop", "");
+    EXPECT_EQ(Read("gTop"), "");
+    EXPECT_EQ(Notice, "");
+}
+
+struct RefusedSetting {
+    const char* Name;
+    std::int32_t CreateCode;
+    std::int32_t SetCode;
+    const char* Key;
+    const char* Text;
+};
+
+void PrintTo(const RefusedSetting& row, std::ostream* out) { *out << row.Name; }
+
+class RefusedSettings : public RuleTest, public testing::WithParamInterface<RefusedSetting> {};
+
+TEST_P(RefusedSettings, GiveANoticeAndRaiseNothing) {
+    const RefusedSetting& row = GetParam();
+    fakes::CreateCode = row.CreateCode;
+    fakes::SetCode = row.SetCode;
+    EXPECT_EQ(ErrorOf([&row] { KeepSetting("Windows", row.Key, "10"); }), 0);
+    EXPECT_EQ(Notice, std::string("Settings could not be kept: ") + row.Text);
+    EXPECT_EQ(fakes::Panels[2], Notice);
+    EXPECT_TRUE(fakes::Messages.empty());
+    EXPECT_EQ(fakes::OpenKeys, 0);
+}
+
+const RefusedSetting kRefusedSettings[] = {
+    {"ASectionThatCannotBeMade", 5, 0, "gTop", "Could not open/create registry section"},
+    {"AValueThatCannotBeSet", 0, 5, "gTop", "Could not set key value"},
+    {"AKeyWithoutAName", 0, 0, " ", "Key may not be empty"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, RefusedSettings, testing::ValuesIn(kRefusedSettings),
+                         [](const auto& row) { return row.param.Name; });
+
 } // namespace
 } // namespace mw

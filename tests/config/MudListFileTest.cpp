@@ -174,5 +174,84 @@ TEST_F(MudListFile, CutAnywhereItIsReadOrRefusedAndNothingElse) {
     }
 }
 
+TEST_F(MudListFile, TheSwitchOfTheLastRecordMovesWithEachLoadingAndSavingOnPurpose) {
+    WriteFile("Data\\muds.lst", Record("A", "False") + Record("B", "True") + "[End]\n");
+    LoadMudList();
+    EXPECT_EQ(MudList, (std::vector<MudEntry>{{"Quillmere", DefaultMudList()[0].Address, 1234,
+                                               false, true, false, false},
+                                              {"A", "a", 1, false, false, false, false},
+                                              {"B", "a", 1, false, false, false, false}}));
+    SaveMudList();
+    LoadMudList();
+    EXPECT_EQ(MudList.size(), 3u);
+    for (const MudEntry& mud : MudList)
+        EXPECT_FALSE(mud.SndW) << mud.Name;
+}
+
+TEST_F(MudListFile, AListOfOneEntryKeepsItsSwitch) {
+    MudList[0].SndW = true;
+    const std::vector<MudEntry> list = MudList;
+    SaveMudList();
+    ResetMudList();
+    LoadMudList();
+    EXPECT_EQ(MudList, list);
+}
+
+TEST_F(MudListFile, ARecordMayEndTheFile) {
+    EXPECT_EQ(ErrorReading(Record("A")), 0);
+    std::string cut = Record("A");
+    cut.pop_back(); // without its line end
+    EXPECT_EQ(NamesIn(cut), (Texts{"Quillmere", "A"}));
+}
+
+struct BadFile {
+    const char* Name;
+    std::string Text;
+    std::int32_t Number;
+};
+
+void PrintTo(const BadFile& row, std::ostream* out) { *out << row.Name; }
+
+class BadMudFiles : public MudListFile, public testing::WithParamInterface<BadFile> {};
+
+TEST_P(BadMudFiles, LeaveListAndFileAlone) {
+    MudList = kExampleList;
+    WriteFile("Data\\muds.lst", GetParam().Text);
+    EXPECT_EQ(ErrorOf(LoadMudList), GetParam().Number);
+    EXPECT_EQ(MudList, kExampleList);
+    EXPECT_EQ(Folder.ContentOf("Data/muds.lst"), GetParam().Text);
+    EXPECT_TRUE(fakes::Messages.empty());
+}
+
+const BadFile kBadFiles[] = {
+    {"NothingAtAll", "", InputPastEnd},
+    {"CutInTheFirstRecord", "[Mud]\r\nMud=A\r\n", InputPastEnd},
+    {"CutInTheSecondRecord", Record("A") + "[Mud]\nMud=B\nAddy=b\nPort=1\n", InputPastEnd},
+    {"APortTooLarge", Record("A") + Record("B", "False", "32768"), Overflow},
+    {"APortTooSmall", Record("A", "False", "-32769"), Overflow},
+    {"APortOfLetters", Record("A") + Record("B", "False", "telnet"), TypeMismatch},
+    {"NoPort", Record("A", "False", ""), TypeMismatch},
+    {"ASwitchOfLetters", Record("A", "yes"), TypeMismatch},
+    {"NoSwitch", Record("A", ""), TypeMismatch},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, BadMudFiles, testing::ValuesIn(kBadFiles),
+                         [](const auto& row) { return row.param.Name; });
+
+TEST_F(MudListFile, ATakenFolderLoadsWhatIsThereAndElseTheDefault) {
+    FolderIsTaken = true;
+    LoadMudList();
+    EXPECT_EQ(MudList, DefaultMudList());
+    EXPECT_FALSE(Exists("muds.lst", "Data"));
+    FolderIsTaken = false;
+    WriteFile("Data\\muds.lst", kExample);
+    FolderIsTaken = true;
+    LoadMudList();
+    EXPECT_EQ(MudList.at(1).Name, "Northern Realms");
+    MudList.clear();
+    SaveMudList();
+    EXPECT_EQ(Folder.ContentOf("Data/muds.lst"), kExample);
+}
+
 } // namespace
 } // namespace mw

@@ -1,40 +1,14 @@
 #include "config/MudList.h"
 
 #include "base/Error.h"
+#include "config/Environment.h"
+#include "config/FreshFolder.h"
 #include "config/MakerAddresses.h"
 #include "fakes/Fakes.h"
-
-#include <cstdlib>
-#include <optional>
+#include "support/ErrorOf.h"
 
 namespace mw {
 namespace {
-
-// Sets or unsets an environment variable for the time of a test.
-class Environment {
-public:
-    Environment(const char* variable, const char* value) : Variable(variable) {
-        if (const char* const before = std::getenv(variable))
-            Before = before;
-        Set(value);
-    }
-
-    ~Environment() { Set(Before ? Before->c_str() : nullptr); }
-
-    Environment(const Environment&) = delete;
-    Environment& operator=(const Environment&) = delete;
-
-private:
-    void Set(const char* value) const {
-        if (value != nullptr)
-            setenv(Variable, value, 1);
-        else
-            unsetenv(Variable);
-    }
-
-    const char* Variable;
-    std::optional<std::string> Before;
-};
 
 class GameList : public RuleTest {};
 
@@ -117,6 +91,36 @@ TEST_F(GameList, TellsEntriesApartByEachField) {
     for (std::size_t i = 0; i < others.size(); ++i)
         EXPECT_FALSE(others[i] == plain) << "field " << i;
     EXPECT_TRUE(MudEntry() == plain);
+}
+
+class GameFolders : public RuleTest {
+protected:
+    FreshFolder Folder;
+};
+
+TEST_F(GameFolders, AreMadeOnceWithTheirSounds) {
+    MakeGameFolders("Northern Realms");
+    EXPECT_TRUE(Folder.HasFolder("Northern Realms/sounds"));
+    MakeGameFolders("Northern Realms");
+    EXPECT_EQ(Folder.Contents().size(), 2u);
+}
+
+TEST_F(GameFolders, ThatAreThereGetNoSoundsOnPurpose) {
+    MakeFolder("Northern Realms");
+    MakeGameFolders("Northern Realms");
+    EXPECT_FALSE(Folder.HasFolder("Northern Realms/sounds"));
+}
+
+TEST_F(GameFolders, AreNotMadeOfNamesThatCannotBeFoldersOfOurs) {
+    for (const char* const name : {"", "/", "..", ".", "a/b", "a\\b", "C:", "Data", "Macros"})
+        MakeGameFolders(name);
+    EXPECT_TRUE(Folder.IsEmpty());
+}
+
+TEST_F(GameFolders, ThatCannotBeMadeArePathErrors) {
+    ApplicationFolder = Folder.Path / "gone";
+    EXPECT_EQ(ErrorOf([] { MakeGameFolders("Northern Realms"); }), PathFileAccess);
+    EXPECT_TRUE(Folder.IsEmpty());
 }
 
 constexpr const char* kVariable = "QUILLMERE_TEST_VARIABLE";

@@ -122,5 +122,51 @@ TEST_F(WholeFiles, DeletingIgnoresEveryFailure) {
     EXPECT_TRUE(Exists("f", "full"));
 }
 
+// The folder belongs to another client, which keeps its files there.
+class TakenFolder : public RuleTest {
+protected:
+    TakenFolder() {
+        MakeFolder("Data");
+        WriteFile("Data\\f", "theirs");
+        Before = Folder.Contents();
+        FolderIsTaken = true;
+    }
+
+    FreshFolder Folder;
+    std::map<std::string, std::string> Before;
+};
+
+TEST_F(TakenFolder, IsRead) {
+    EXPECT_EQ(ReadFile("Data\\f"), "theirs");
+    EXPECT_TRUE(Exists("f", "Data"));
+}
+
+TEST_F(TakenFolder, GetsNoFile) {
+    WriteFile("Data\\f", "ours");
+    WriteFile("Data\\g", "ours");
+    EXPECT_EQ(Folder.Contents(), Before);
+}
+
+TEST_F(TakenFolder, LosesNoFile) {
+    DeleteFile(PathBelow("Data\\f"), "");
+    EXPECT_EQ(Folder.Contents(), Before);
+}
+
+TEST_F(TakenFolder, GetsNoFolderAndRaisesNothing) {
+    MakeFolder("Macros");
+    MakeFolder("Data");
+    MakeFolder("gone\\sounds");
+    EXPECT_EQ(Folder.Contents(), Before);
+}
+
+TEST_F(TakenFolder, TakesAllAgainOnceItIsFree) {
+    FolderIsTaken = false;
+    MakeFolder("Macros");
+    WriteFile("Data\\g", "ours");
+    DeleteFile(PathBelow("Data\\f"), "");
+    EXPECT_EQ(Folder.Contents(), (std::map<std::string, std::string>{
+                                     {"Data", ""}, {"Data/g", "ours"}, {"Macros", ""}}));
+}
+
 } // namespace
 } // namespace mw

@@ -1,14 +1,17 @@
 #include "fakes/Fakes.h"
 
+#include "app/MainFrame.h"
 #include "app/StartUp.h"
 #include "automation/CommandBox.h"
 #include "automation/Macros.h"
 #include "base/Globals.h"
 #include "base/Notice.h"
+#include "config/FileHandler.h"
 #include "config/MudList.h"
 #include "config/Palette.h"
 #include "net/Connection.h"
 #include "net/Send.h"
+#include "net/http/VersionCheck.h"
 #include "terminal/Ansi.h"
 #include "terminal/AutoLog.h"
 #include "terminal/Incoming.h"
@@ -16,18 +19,24 @@
 #include "terminal/Output.h"
 #include "ui/Clock.h"
 #include "ui/Events.h"
+#include "ui/Inet.h"
 #include "ui/InputControls.h"
 #include "ui/MessageBox.h"
 #include "ui/Players.h"
 #include "ui/RegistryStore.h"
 #include "ui/Timers.h"
 #include "ui/UserSettings.h"
+#include "ui/WebPages.h"
 
 #include <sstream>
 
 namespace {
 
-void Record(const std::string& call) { fakes::Calls.push_back(call); }
+void Record(const std::string& call) {
+    fakes::Calls.push_back(call);
+    if (fakes::OnCall)
+        fakes::OnCall(call);
+}
 
 std::string Words(std::string_view verb, std::string_view text) {
     return std::string(verb) + " " + std::string(text);
@@ -71,6 +80,10 @@ RuleTest::RuleTest() {
     mw::Palette = mw::kDefaultPalette;
     mw::Notice.clear();
     mw::SavingMode = false;
+    mw::Splash = {};
+    mw::ResetVersionCheck();
+    mw::ConnectAtStart.clear();
+    mw::FolderIsTaken = false;
     fakes::Calls.clear();
     fakes::Sends.clear();
     fakes::SocketState = mw::SocketConnected;
@@ -82,7 +95,16 @@ RuleTest::RuleTest() {
     fakes::SelStart = fakes::SelLength = 0;
     fakes::Items.clear();
     fakes::ChosenMud.clear();
+    fakes::ListIndex = 0;
     fakes::Enabled.clear();
+    fakes::Visible.clear();
+    fakes::Checked.clear();
+    fakes::Place = {};
+    fakes::State = mw::WindowState::Normal;
+    fakes::Screens = {{0, 0, 1000, 700}};
+    fakes::SplashCaptions.clear();
+    fakes::PromptCaptions.clear();
+    fakes::Pages.clear();
     fakes::Panels.clear();
     fakes::Messages.clear();
     fakes::Played.clear();
@@ -90,6 +112,13 @@ RuleTest::RuleTest() {
     fakes::EventRuns = 0;
     fakes::Registry.clear();
     fakes::CreateCode = fakes::OpenCode = fakes::SetCode = fakes::QueryCode = fakes::OpenKeys = 0;
+}
+
+// What a test hung onto the fakes may hold its own variables.
+RuleTest::~RuleTest() {
+    fakes::OnCall = nullptr;
+    fakes::OnEvents = nullptr;
+    fakes::OnSend = nullptr;
 }
 
 namespace mw {
@@ -229,11 +258,30 @@ void RemoveFirstItem() { fakes::Items.erase(fakes::Items.begin()); }
 
 } // namespace cboInput
 
+namespace {
+const char* Name(FrameControl control) {
+    static const char* const kNames[] = {
+        "cmdConn",   "cmdDisco", "cmdNew", "cmdDel",     "cboMud",  "mnuConnect", "mnuDisconnect",
+        "mnuADCmud", "picTool",  "mnuMud", "mnutoolbar", "mnuEcho", "mnuInput"};
+    return kNames[static_cast<int>(control)];
+}
+} // namespace
+
 void SetEnabled(FrameControl control, bool enabled) {
-    static const char* const kNames[] = {"cmdConn", "cmdDisco",   "cmdNew",        "cmdDel",
-                                         "cboMud",  "mnuConnect", "mnuDisconnect", "mnuADCmud"};
     fakes::Enabled[control] = enabled;
-    Record(Words(enabled ? "Enable" : "Disable", kNames[static_cast<int>(control)]));
+    Record(Words(enabled ? "Enable" : "Disable", Name(control)));
+}
+
+void SetVisible(FrameControl control, bool visible) {
+    fakes::Visible[control] = visible;
+    Record(Words(visible ? "Show" : "Hide", Name(control)));
+}
+
+bool IsVisible(FrameControl control) { return fakes::Visible[control]; }
+
+void SetChecked(FrameControl item, bool checked) {
+    fakes::Checked[item] = checked;
+    Record(Words(checked ? "Check" : "Uncheck", Name(item)));
 }
 
 namespace stsBar {
@@ -249,7 +297,16 @@ namespace cboMud {
 
 void AddItem(std::string_view name) { Record(Words("cboMud add", name)); }
 
-void SetListIndex(std::int16_t index) { Record("cboMud index " + std::to_string(index)); }
+void RemoveItem(std::int16_t index) { Record("cboMud remove " + std::to_string(index)); }
+
+void Clear() { Record("cboMud clear"); }
+
+void SetListIndex(std::int16_t index) {
+    fakes::ListIndex = index;
+    Record("cboMud index " + std::to_string(index));
+}
+
+std::int16_t ListIndex() { return fakes::ListIndex; }
 
 std::string Text() { return fakes::ChosenMud; }
 
@@ -261,7 +318,58 @@ void lblPort::SetCaption(std::string_view text) { Record(Words("lblPort", text))
 
 void ShowOutputWindow() { Record("ShowOutputWindow"); }
 
+void ShowFrame() { Record("ShowFrame"); }
+
+bool FrameIsShown() { return true; }
+
 void UnloadFrame() { Record("UnloadFrame"); }
+
+void UnloadOtherForms() { Record("UnloadOtherForms"); }
+
+Rectangle FramePlace() { return fakes::Place; }
+
+WindowState FrameState() { return fakes::State; }
+
+void PlaceFrame(const Rectangle& place, WindowState state) {
+    fakes::Place = place;
+    fakes::State = state;
+    Record("PlaceFrame");
+}
+
+std::vector<Rectangle> Screens() { return fakes::Screens; }
+
+void SetCaption(SplashLabel label, std::string_view text) {
+    static const char* const kNames[] = {"lblLoading",     "lblStatus",     "lblDots",
+                                         "lblYourVersion", "lblCurVersion", "lblUpdateText"};
+    fakes::SplashCaptions[label] = text;
+    Record(Words(kNames[static_cast<int>(label)], text));
+}
+
+void SetEnabled(SplashTimer timer, bool enabled) {
+    Record(Words(enabled ? "Start" : "Stop",
+                 timer == SplashTimer::timerLoad ? "timerLoad" : "timerFinished"));
+}
+
+void ShowSplash() { Record("ShowSplash"); }
+
+void UnloadSplash() { Record("UnloadSplash"); }
+
+void SetCaption(UpdateLabel label, std::string_view text) {
+    static const char* const kNames[] = {"lblCurVer", "lblCurVersion", "lblYourVersion"};
+    fakes::PromptCaptions[label] = text;
+    Record("prompt " + Words(kNames[static_cast<int>(label)], text));
+}
+
+void LoadUpdatePrompt() { Record("LoadUpdatePrompt"); }
+
+void ShowUpdatePrompt() { Record("ShowUpdatePrompt"); }
+
+std::optional<std::string> inetVersion::OpenURL(const std::string& url) {
+    Record(Words("OpenURL", url));
+    return fakes::Pages[url];
+}
+
+void OpenWebPage(const std::string& address) { Record(Words("OpenWebPage", address)); }
 
 void PlayWave(const std::string& fileName, const std::string& address, std::int32_t volume,
               std::int16_t priority) {
@@ -288,7 +396,11 @@ std::string GetUserSetting(const std::string& application, const std::string& se
     return found == fakes::UserSettings.end() ? fallback : found->second;
 }
 
-void DoEvents() { ++fakes::EventRuns; }
+void DoEvents() {
+    ++fakes::EventRuns;
+    if (fakes::OnEvents)
+        fakes::OnEvents();
+}
 
 std::int32_t CreateKey(const std::string& path, RegistryKey& key) {
     if (fakes::CreateCode != kSuccess)

@@ -5,11 +5,14 @@
 #include "ui/FrameControls.h"
 #include "ui/OutputControls.h"
 #include "ui/Socket.h"
+#include "ui/SplashControls.h"
+#include "ui/UpdateControls.h"
 
 #include <deque>
 #include <functional>
 #include <gtest/gtest.h>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,6 +21,7 @@ namespace fakes {
 // Every port call that changes something, in order, as text: "Send n", "Panel 1 Connected to: X",
 // "Enable cmdConn", "Disable cmdDisco", "Message ...", "Append ffffff text", "Stop wave" ...
 inline std::vector<std::string> Calls;
+inline std::function<void(const std::string& call)> OnCall; // what happens while one is made
 
 // What went to the socket: call by call, and as one stream.
 inline std::vector<std::string> Sends;
@@ -47,12 +51,24 @@ inline std::size_t SelLength = 0;
 inline std::vector<std::string> Items; // the mirror of the history
 
 inline std::string ChosenMud;                    // text of the selected item of cboMud
+inline std::int16_t ListIndex = 0;               // position of the selected item of cboMud
 inline std::map<mw::FrameControl, bool> Enabled; // only controls that were set
+inline std::map<mw::FrameControl, bool> Visible;
+inline std::map<mw::FrameControl, bool> Checked;
+inline mw::Rectangle Place; // of the frame
+inline mw::WindowState State = mw::WindowState::Normal;
+inline std::vector<mw::Rectangle> Screens;
+
+inline std::map<mw::SplashLabel, std::string> SplashCaptions;
+inline std::map<mw::UpdateLabel, std::string> PromptCaptions;
+inline std::map<std::string, std::optional<std::string>> Pages; // what OpenURL gets, by address
+
 inline std::map<int, std::string> Panels;
 inline std::vector<std::string> Messages;               // texts of message boxes
 inline std::vector<std::string> Played;                 // "wave name|address|volume|priority"
 inline std::map<std::string, std::string> UserSettings; // "application/section/key"
 inline int EventRuns = 0;                               // calls of DoEvents
+inline std::function<void()> OnEvents;                  // the events that wait for them
 
 // The registry: values by key path and name, as the platform holds them (a string with its
 // terminating zero). A code other than 0 is what the call answers.
@@ -75,4 +91,5 @@ inline std::string Date = "2026-11-21 12:00:00";
 class RuleTest : public testing::Test {
 protected:
     RuleTest();
+    ~RuleTest() override;
 };

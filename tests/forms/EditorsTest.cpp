@@ -1,7 +1,7 @@
 #include "automation/frmAlias.h"
 #include "automation/frmMacros.h"
 #include "automation/frmTrigger.h"
-#include "forms/FrameTest.h"
+#include "forms/DialogTest.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -14,41 +14,14 @@ namespace {
 using forms::Boxes;
 using forms::WaitFor;
 
-// An editor opened from the frame's menu, worked with its own buttons and boxes.
-class EditorTest : public forms::FrameTest {
+class EditorTest : public forms::DialogTest {
 protected:
-    template <typename Form> void Open(const char* item) {
-        Frame->findChild<QAction*>(item)->trigger();
-        Dialog = Frame->findChild<Form*>();
-        ASSERT_NE(Dialog, nullptr);
-        ASSERT_TRUE(QTest::qWaitForWindowActive(Dialog));
-    }
-
-    template <typename Control> Control* In(const char* name) const {
-        return Dialog->findChild<Control*>(name);
-    }
-
-    QPushButton* Button(const char* name) const { return In<QPushButton>(name); }
-
-    void Click(const char* name) const { QTest::mouseClick(Button(name), Qt::LeftButton); }
-
-    void TypeInto(QWidget* box, const QString& text) const {
-        box->setFocus();
-        QTest::keyClicks(box, text);
-    }
-
-    bool Closed() const {
-        return WaitFor([this] { return Dialog.isNull(); });
-    }
-
     static std::vector<std::string> Rows(const QListWidget* list) {
         std::vector<std::string> rows;
         for (int i = 0; i < list->count(); ++i)
             rows.push_back(list->item(i)->text().toStdString());
         return rows;
     }
-
-    QPointer<QDialog> Dialog;
 };
 
 using Texts = std::vector<std::string>;

@@ -3,45 +3,30 @@
 #pragma once
 
 #include "app/frmMain.h"
-#include "automation/CommandBox.h"
-#include "automation/Macros.h"
-#include "base/Globals.h"
-#include "config/FreshFolder.h"
-#include "config/MudList.h"
-#include "config/Palette.h"
+#include "forms/FormTest.h"
 #include "forms/GameServer.h"
-#include "forms/MessageBoxes.h"
-#include "net/Connection.h"
-#include "terminal/Incoming.h"
-#include "terminal/Output.h"
 #include "terminal/frmOutput.h"
 #include "ui/Socket.h"
 #include "ui/qt/OutputView.h"
 
-#include <gtest/gtest.h>
 #include <memory>
 
-#include <QApplication>
 #include <QLineEdit>
 #include <QMdiSubWindow>
 
 namespace forms {
 
-class FrameTest : public testing::Test {
+class FrameTest : public FormTest {
 protected:
     FrameTest() {
-        mw::Palette = mw::kDefaultPalette;
-        mw::ResetGlobals();
-        mw::ResetMacros();
-        mw::ResetMudList();
-        mw::ResetConnection();
-        mw::ResetIncoming();
-        mw::ResetOutput();
-        mw::ResetCommandBox();
+        ListTheServer();
+        ShowFrame();
+    }
+
+    void ListTheServer() const {
         mw::MudList[0].Name = "Testmere";
         mw::MudList[0].Address = "127.0.0.1";
         mw::MudList[0].Port = Server.Port();
-        ShowFrame();
     }
 
     void ShowFrame() {
@@ -56,6 +41,9 @@ protected:
     template <typename Control> Control* Find(const char* name) const {
         return Frame->findChild<Control*>(name);
     }
+
+    // A menu or an item of one.
+    QAction* Item(const char* name) const { return Find<QAction>(name); }
 
     mw::frmOutput* Output() const { return Find<mw::frmOutput>("frmOutput"); }
 
@@ -105,16 +93,7 @@ protected:
         ASSERT_TRUE(Shows(text));
     }
 
-    // Lets everything that is under way happen.
-    static void LetEventsRun() {
-        QCoreApplication::processEvents();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QCoreApplication::processEvents();
-    }
-
-    FreshFolder Folder;
     GameServer Server;
-    MessageBoxes Closer;
     std::unique_ptr<mw::frmMain> Frame;
 };
 

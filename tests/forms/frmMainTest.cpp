@@ -1,23 +1,30 @@
 #include "app/frmMain.h"
 
-#include "app/MainFrame.h"
+#include "app/frmStartUp.h"
+#include "automation/MacroFiles.h"
+#include "config/MRegistry.h"
+#include "config/MudChooser.h"
 #include "forms/FrameTest.h"
 #include "ui/FrameControls.h"
+#include "ui/UpdateControls.h"
 
+#include <QCloseEvent>
+#include <QElapsedTimer>
 #include <QMenuBar>
+#include <QScreen>
+#include <QWindow>
 
 namespace mw {
 namespace {
 
 using forms::Boxes;
 using forms::WaitFor;
+using forms::Window;
 
 constexpr const char* kReconnect = "You will have to Reconnect to a Mud";
 
 class FrmMainTest : public forms::FrameTest {
 protected:
-    QAction* Item(const char* name) const { return Find<QAction>(name); }
-
     void Click(QPushButton* button) const { QTest::mouseClick(button, Qt::LeftButton); }
 
     void ExpectButtons(bool connected) const {
@@ -28,9 +35,9 @@ protected:
     }
 
     void ExpectMenuItems(bool connected) const {
-        EXPECT_EQ(Frame->mnuConnect->isEnabled(), !connected);
-        EXPECT_EQ(Frame->mnuDisconnect->isEnabled(), connected);
-        EXPECT_EQ(Frame->mnuADCmud->isEnabled(), !connected);
+        EXPECT_EQ(Item("mnuConnect")->isEnabled(), !connected);
+        EXPECT_EQ(Item("mnuDisconnect")->isEnabled(), connected);
+        EXPECT_EQ(Item("mnuADCmud")->isEnabled(), !connected);
     }
 
     void CloseOutput() {
@@ -52,28 +59,70 @@ TEST_F(FrmMainTest, StartsWithItsControlsReadyToConnect) {
     EXPECT_EQ(Frame->windowTitle().toStdString(), FrameCaption());
     ExpectButtons(false);
     ExpectMenuItems(false);
-    EXPECT_TRUE(Frame->cboMud->isEnabled());
-    EXPECT_EQ(Frame->cboMud->currentText(), "Testmere");
+    EXPECT_TRUE(Frame->Chooser->isEnabled());
+    EXPECT_EQ(Frame->Chooser->currentText(), "Testmere");
     EXPECT_EQ(Frame->lblAddress->text(), "127.0.0.1");
     EXPECT_EQ(Frame->lblPort->text().toInt(), Server.Port());
-    EXPECT_FALSE(Frame->mnuMud->menuAction()->isVisible());
+    EXPECT_FALSE(Item("mnuMud")->isVisible());
     for (const int panel : {1, 2, 3})
         EXPECT_EQ(Panel(panel), "");
     EXPECT_TRUE(Frame->closeOutput->isVisible());
     EXPECT_EQ(Shown(), "");
 }
 
-TEST_F(FrmMainTest, HasItsMenusInOrder) {
-    const QList<QAction*> menus = Frame->menuBar()->actions();
-    ASSERT_GE(menus.size(), 3);
-    EXPECT_EQ(menus[0]->text(), "&File");
-    EXPECT_EQ(menus[1]->text(), "&Windows");
-    EXPECT_EQ(menus.back()->text(), "&Mud");
-    EXPECT_EQ(Item("mnuExit")->text(), "&Exit");
-    EXPECT_EQ(Item("GameW")->text(), "&Game Window");
-    EXPECT_EQ(Item("mnuConnect")->text(), "&Connect");
-    EXPECT_EQ(Item("mnuDisconnect")->text(), "&Disconnect");
-    EXPECT_EQ(Item("mnuADCmud")->text(), "&Add/Delete/Change Mud");
+struct MenuRow {
+    const char* Menu;
+    const char* MenuCaption;
+    const char* Item;
+    const char* Caption;
+    bool CanBeMarked;
+    bool Enabled; // at the start
+};
+
+// The menu bar, from left to right and from top to bottom.
+const MenuRow kMenuTree[] = {
+    {"mnuFile", "&File", "mnuExit", "&Exit", false, true},
+    {"mnuFile", "&File", "mnuAutoLog", "Autolog Each Session", false, true},
+    {"Windows", "&Windows", "GameW", "&Game Window", false, true},
+    {"Windows", "&Windows", "mnuMwWite", "&Quillmere Website", false, false},
+    {"Conf", "&Configuration", "Macros", "&Macros", false, true},
+    {"Conf", "&Configuration", "mnuTriggers", "&Triggers", false, true},
+    {"Conf", "&Configuration", "mnuAlias", "&Alias's", false, true},
+    {"Conf", "&Configuration", "mnuEcho", "&Echo", true, true},
+    {"Conf", "&Configuration", "mnuSetUp", "&Fonts and Colours", false, false},
+    {"Conf", "&Configuration", "mnuInput", "&Keep Sent Text", true, true},
+    {"Conf", "&Configuration", "mnuSound", "&Sound", false, false},
+    {"Conf", "&Configuration", "mnutoolbar", "&Enable Toolbar", true, true},
+    {"mnuHelp", "&Help", "mnuGHlp", "&General Help", false, true},
+    {"mnuHelp", "&Help", "mnuAbout", "About", false, true},
+    {"mnuMud", "&Mud", "mnuConnect", "&Connect", false, true},
+    {"mnuMud", "&Mud", "mnuDisconnect", "&Disconnect", false, false},
+    {"mnuMud", "&Mud", "mnuADCmud", "&Add/Delete/Change Mud", false, true},
+};
+
+std::string Line(const std::string& menu, const std::string& item, bool canBeMarked, bool enabled) {
+    return menu + " / " + item + (canBeMarked ? ", can be marked" : "") +
+           (enabled ? "" : ", disabled");
+}
+
+std::string Called(const QAction& action) {
+    return action.objectName().toStdString() + " \"" + action.text().toStdString() + "\"";
+}
+
+TEST_F(FrmMainTest, HasTheMenusOfTheTable) {
+    std::vector<std::string> expected;
+    for (const MenuRow& row : kMenuTree)
+        expected.push_back(Line(std::string(row.Menu) + " \"" + row.MenuCaption + "\"",
+                                std::string(row.Item) + " \"" + row.Caption + "\"", row.CanBeMarked,
+                                row.Enabled));
+    std::vector<std::string> found;
+    for (const QAction* const menu : Frame->menuBar()->actions()) {
+        ASSERT_NE(menu->menu(), nullptr);
+        for (const QAction* const item : menu->menu()->actions())
+            found.push_back(
+                Line(Called(*menu), Called(*item), item->isCheckable(), item->isEnabled()));
+    }
+    EXPECT_EQ(found, expected);
 }
 
 TEST_F(FrmMainTest, TheOutputFillsTheClientArea) {
@@ -85,7 +134,7 @@ TEST_F(FrmMainTest, TheOutputFillsTheClientArea) {
 TEST_F(FrmMainTest, ConnectsAndDisconnectsByTheToolbar) {
     Click(Frame->cmdConn);
     ExpectButtons(true);
-    EXPECT_FALSE(Frame->cboMud->isEnabled());
+    EXPECT_FALSE(Frame->Chooser->isEnabled());
     EXPECT_EQ(Panel(1), "Attempting connection to Testmere");
     EXPECT_EQ(Shown(), "\nAttempting connection to: Testmere");
     ASSERT_TRUE(PanelShows(1, "Connected to: Testmere"));
@@ -97,7 +146,7 @@ TEST_F(FrmMainTest, ConnectsAndDisconnectsByTheToolbar) {
     Click(Frame->cmdDisco);
     ExpectButtons(false);
     ExpectMenuItems(false);
-    EXPECT_TRUE(Frame->cboMud->isEnabled());
+    EXPECT_TRUE(Frame->Chooser->isEnabled());
     EXPECT_EQ(Panel(1), "");
     EXPECT_TRUE(Shown().ends_with("\nConnection Closed\n"));
     EXPECT_TRUE(Server.VisitorLeaves());
@@ -106,13 +155,13 @@ TEST_F(FrmMainTest, ConnectsAndDisconnectsByTheToolbar) {
 
 TEST_F(FrmMainTest, ConnectsAndDisconnectsByTheMenuWithoutTheToolbar) {
     ToolbarVisible = false;
-    Frame->mnuConnect->trigger();
+    Item("mnuConnect")->trigger();
     ExpectMenuItems(true);
     ExpectButtons(false);
-    EXPECT_TRUE(Frame->cboMud->isEnabled());
+    EXPECT_TRUE(Frame->Chooser->isEnabled());
     ASSERT_TRUE(PanelShows(1, "Connected to: Testmere"));
     ASSERT_TRUE(Server.HasVisitor());
-    Frame->mnuDisconnect->trigger();
+    Item("mnuDisconnect")->trigger();
     ExpectMenuItems(false);
     EXPECT_TRUE(Server.VisitorLeaves());
 }
@@ -142,7 +191,7 @@ TEST_F(FrmMainTest, AServersCloseIsToldAfterItsText) {
     ASSERT_TRUE(Shows("Connection Closed"));
     EXPECT_TRUE(Shown().ends_with("Goodbye.\n\nConnection Closed"));
     ExpectButtons(false);
-    EXPECT_TRUE(Frame->cboMud->isEnabled());
+    EXPECT_TRUE(Frame->Chooser->isEnabled());
     EXPECT_EQ(Panel(1), "");
     EXPECT_FALSE(mw::Connected);
 }
@@ -152,7 +201,7 @@ TEST_F(FrmMainTest, AResetLeavesTheChooserAndTellsTheErrorInThePanel) {
     Server.Reset();
     ASSERT_TRUE(WaitFor([this] { return Panel(1).starts_with("Error: 10054 "); }));
     ExpectButtons(false);
-    EXPECT_FALSE(Frame->cboMud->isEnabled()); // meant
+    EXPECT_FALSE(Frame->Chooser->isEnabled()); // meant
     EXPECT_EQ(Closer.Texts, Boxes{});
 }
 
@@ -168,7 +217,7 @@ TEST_F(FrmMainTest, ARefusalEndsWithTheStateTextAndNoTimerRunning) {
 
 TEST_F(FrmMainTest, ConnectingTwiceIsShownAndLeavesTheConnection) {
     Connect();
-    Frame->mnuConnect->trigger();
+    Item("mnuConnect")->trigger();
     EXPECT_EQ(Closer.Texts, Boxes{"Run-time error 40020: Invalid operation at current state"});
     Enter("look");
     EXPECT_TRUE(Server.Gets("look\r"));
@@ -177,11 +226,11 @@ TEST_F(FrmMainTest, ConnectingTwiceIsShownAndLeavesTheConnection) {
 
 TEST_F(FrmMainTest, ChoosingAGameShowsItsAddressAndPort) {
     AddGame("Second", 4000);
-    EXPECT_EQ(Frame->cboMud->count(), 2);
-    Frame->cboMud->setFocus();
-    QTest::keyClick(Frame->cboMud, Qt::Key_Down);
+    EXPECT_EQ(Frame->Chooser->count(), 2);
+    Frame->Chooser->setFocus();
+    QTest::keyClick(Frame->Chooser, Qt::Key_Down);
     EXPECT_EQ(CurrentMud, 1);
-    EXPECT_EQ(Frame->cboMud->currentText(), "Second");
+    EXPECT_EQ(Frame->Chooser->currentText(), "Second");
     EXPECT_EQ(Frame->lblPort->text(), "4000");
 }
 
@@ -189,7 +238,7 @@ TEST_F(FrmMainTest, AGamesNameIsShownAsItIs) {
     AddGame("<b>Caf\xE9</b> & Co", 4000);
     CurrentMud = 1;
     ShowFrame();
-    EXPECT_EQ(Frame->cboMud->currentText(), QString::fromUtf8("<b>Caf\xC3\xA9</b> & Co"));
+    EXPECT_EQ(Frame->Chooser->currentText(), QString::fromUtf8("<b>Caf\xC3\xA9</b> & Co"));
     stsBar::SetPanel(stsBar::StatePanel, "<b>Caf\xE9</b>");
     EXPECT_EQ(Panel(1), "<b>Caf\xC3\xA9</b>");
     EXPECT_EQ(Frame->Panels[0]->textFormat(), Qt::PlainText);
@@ -208,7 +257,7 @@ TEST_F(FrmMainTest, ClosingTheOutputClosesTheConnection) {
     EXPECT_TRUE(Server.VisitorLeaves());
     EXPECT_FALSE(mw::Connected);
     ExpectButtons(false);
-    EXPECT_TRUE(Frame->cboMud->isEnabled());
+    EXPECT_TRUE(Frame->Chooser->isEnabled());
     EXPECT_EQ(Panel(1), "");
     EXPECT_FALSE(Frame->closeOutput->isVisible());
     EXPECT_TRUE(Frame->findChildren<QMdiSubWindow*>().isEmpty());
@@ -280,9 +329,35 @@ TEST_F(FrmMainTest, TheOutputMayBeClosedAgainAndAgain) {
     EXPECT_EQ(Server.Visitors, 3);
 }
 
-TEST_F(FrmMainTest, ExitClosesTheFrame) {
-    Item("mnuExit")->trigger();
-    EXPECT_FALSE(Frame->isVisible());
+TEST_F(FrmMainTest, AutologIsNotFunctioningOnPurpose) {
+    const forms::Files before = forms::FilesIn(Folder.Path);
+    Item("mnuAutoLog")->trigger();
+    EXPECT_EQ(Closer.Texts, Boxes{"This is not functioning"});
+    EXPECT_FALSE(Item("mnuAutoLog")->isChecked());
+    Connect();
+    Receive("nobody writes this down");
+    EXPECT_EQ(forms::FilesIn(Folder.Path).count("Testmere/sounds"), 1u);
+    EXPECT_EQ(forms::FilesIn(Folder.Path).size(), before.size() + 2) << "the game's folders alone";
+}
+
+struct MenuDialog {
+    const char* Item;
+    const char* Form;
+};
+
+TEST_F(FrmMainTest, TheMenusOpenTheirDialogs) {
+    const MenuDialog dialogs[] = {{"Macros", "frmMacros"},
+                                  {"mnuTriggers", "frmTrigger"},
+                                  {"mnuAlias", "frmAlias"},
+                                  {"mnuAbout", "frmAbout"},
+                                  {"mnuADCmud", "frmConnect"}};
+    for (const auto& [item, form] : dialogs) {
+        Item(item)->trigger();
+        QWidget* const dialog = QApplication::activeModalWidget();
+        ASSERT_NE(dialog, nullptr) << item;
+        EXPECT_EQ(dialog->objectName(), form);
+        dialog->close();
+    }
 }
 
 TEST_F(FrmMainTest, DestroyingTheFrameWhileConnectedClosesTheConnection) {
@@ -307,6 +382,459 @@ TEST_F(FrmMainTest, TextThatArrivesWhileABoxIsOpenIsShownAfterIt) {
     ASSERT_TRUE(Shows("third"));
     EXPECT_EQ(Closer.Texts, Boxes{"Run-time error 9: Subscript out of range"});
     EXPECT_NE(Shown().find("second"), std::string::npos);
+}
+
+// What the frame keeps from one start to the next.
+class FrameSettings : public FrmMainTest {
+protected:
+    static std::string Kept(const char* section, const char* key) {
+        return ReadSetting("MwClient", section, key, "nothing");
+    }
+
+    static void Keep(const char* section, const char* key, const std::string& value) {
+        WriteSetting("MwClient", section, key, value);
+    }
+
+    // Ends the program and starts it again; only what was kept remains.
+    void Restart() {
+        Frame->close();
+        ShowFrameAnew();
+    }
+
+    void ShowFrameAnew() {
+        Frame.reset();
+        RemoveWindows();
+        StartModulesAnew();
+        ListTheServer();
+        ShowFrame();
+    }
+
+    // One set of controls is live, the other one is away.
+    void ExpectToolbar(bool there) const {
+        EXPECT_EQ(ToolbarVisible, there);
+        EXPECT_EQ(Frame->picTool->isVisible(), there);
+        EXPECT_EQ(Frame->picTool->isEnabled(), there);
+        EXPECT_EQ(Frame->cmdConn->isEnabled(), there);
+        EXPECT_EQ(Item("mnutoolbar")->isChecked(), there);
+        EXPECT_EQ(Item("mnuMud")->isVisible(), !there);
+        EXPECT_EQ(Item("mnuMud")->isEnabled(), !there);
+    }
+
+    // True when Alt and the letter open a menu.
+    bool OpensAMenu(Qt::Key letter) const {
+        QTest::keyClick(OutputBox(), letter, Qt::AltModifier);
+        QWidget* const popup = QApplication::activePopupWidget();
+        if (popup != nullptr)
+            popup->close();
+        return popup != nullptr;
+    }
+};
+
+TEST_F(FrameSettings, TheFirstStartShowsTheToolbarAndNoMarks) {
+    ExpectToolbar(true);
+    EXPECT_FALSE(Item("mnuEcho")->isChecked());
+    EXPECT_FALSE(Item("mnuInput")->isChecked());
+    EXPECT_EQ(Kept("Windows", "tbar"), "nothing");
+}
+
+TEST_F(FrameSettings, OnlyOneSetOfControlsIsLiveAtATime) {
+    EXPECT_FALSE(OpensAMenu(Qt::Key_M));
+    Item("mnutoolbar")->trigger();
+    ExpectToolbar(false);
+    EXPECT_EQ(Kept("Windows", "tbar"), "0");
+    EXPECT_TRUE(OpensAMenu(Qt::Key_M));
+    Item("mnutoolbar")->trigger();
+    ExpectToolbar(true);
+    EXPECT_EQ(Kept("Windows", "tbar"), "1");
+    EXPECT_FALSE(OpensAMenu(Qt::Key_M));
+}
+
+TEST_F(FrameSettings, TheToolbarsStateGoesToTheUsersStoreToo) {
+    Item("mnutoolbar")->trigger();
+    EXPECT_EQ(GetUserSetting("MwClient", "Windows", "tbar", "nothing"), "0");
+    Item("mnutoolbar")->trigger();
+    EXPECT_EQ(GetUserSetting("MwClient", "Windows", "tbar", "nothing"), "1");
+}
+
+TEST_F(FrameSettings, SwitchedOffTheToolbarStaysAsItIsWhileConnecting) {
+    Item("mnutoolbar")->trigger();
+    Item("mnuConnect")->trigger();
+    ASSERT_TRUE(PanelShows(1, "Connected to: Testmere"));
+    ExpectMenuItems(true);
+    ExpectToolbar(false);
+    Click(Frame->cmdConn);
+    EXPECT_EQ(Closer.Texts, Boxes{}) << "its buttons can't be used";
+    Item("mnuDisconnect")->trigger();
+    ExpectMenuItems(false);
+}
+
+TEST_F(FrameSettings, TogglingRefillsTheChooserAndKeepsItsPosition) {
+    AddGame("Second", 4000);
+    cboMud_Click(1);
+    MudEntry unseen;
+    unseen.Name = "Third";
+    MudList.push_back(unseen);
+    MudList[0].Name = "Renamed";
+    EXPECT_EQ(Frame->Chooser->count(), 2);
+    Item("mnutoolbar")->trigger();
+    ASSERT_EQ(Frame->Chooser->count(), 3);
+    EXPECT_EQ(Frame->Chooser->itemText(0), "Renamed");
+    EXPECT_EQ(Frame->Chooser->itemText(2), "Third");
+    EXPECT_EQ(Frame->Chooser->currentIndex(), 1);
+    EXPECT_EQ(CurrentMud, 1);
+}
+
+TEST_F(FrameSettings, ARestartKeepsTheToolbarOff) {
+    Item("mnutoolbar")->trigger();
+    Restart();
+    ExpectToolbar(false);
+    EXPECT_EQ(Frame->Chooser->count(), 1);
+    Item("mnutoolbar")->trigger();
+    Restart();
+    ExpectToolbar(true);
+}
+
+TEST_F(FrameSettings, AtTheEndTheToolbarsStateIsTakenFromTheMudMenuOnPurpose) {
+    Item("mnuMud")->setVisible(true);
+    Frame->close();
+    EXPECT_EQ(Kept("Windows", "tbar"), "0");
+}
+
+TEST_F(FrameSettings, EchoIsMarkedAndKeptButOffAfterARestartOnPurpose) {
+    Item("mnuEcho")->trigger();
+    EXPECT_TRUE(EchoOn);
+    EXPECT_TRUE(Item("mnuEcho")->isChecked());
+    EXPECT_EQ(Kept("Menu", "Echo"), "True");
+    Restart();
+    EXPECT_FALSE(EchoOn);
+    EXPECT_FALSE(Item("mnuEcho")->isChecked());
+    EXPECT_EQ(Kept("Menu", "Echo"), "True");
+    Item("mnuEcho")->trigger();
+    Item("mnuEcho")->trigger();
+    EXPECT_FALSE(EchoOn);
+    EXPECT_EQ(Kept("Menu", "Echo"), "False");
+}
+
+TEST_F(FrameSettings, KeepSentTextIsMarkedAndKept) {
+    Item("mnuInput")->trigger();
+    EXPECT_TRUE(KeepSentText);
+    EXPECT_TRUE(Item("mnuInput")->isChecked());
+    EXPECT_EQ(Kept("Menu", "Input"), "True");
+    Restart();
+    EXPECT_TRUE(KeepSentText);
+    EXPECT_TRUE(Item("mnuInput")->isChecked());
+    Item("mnuInput")->trigger();
+    EXPECT_FALSE(Item("mnuInput")->isChecked());
+    Restart();
+    EXPECT_FALSE(KeepSentText);
+    EXPECT_EQ(Kept("Menu", "Input"), "False");
+}
+
+TEST_F(FrameSettings, AKeptMarkThatIsNoBooleanIsNone) {
+    Keep("Menu", "Input", "perhaps");
+    ShowFrameAnew();
+    EXPECT_FALSE(KeepSentText);
+    EXPECT_FALSE(Item("mnuInput")->isChecked());
+    EXPECT_EQ(Closer.Texts, Boxes{});
+}
+
+TEST_F(FrameSettings, AStoreThatCannotBeReadGivesANoticeAndTheDefaults) {
+    Keep("Windows", "tbar", "0");
+    QFile store(forms::RegistryFile());
+    ASSERT_TRUE(store.open(QFile::WriteOnly));
+    store.write("{");
+    store.close();
+    ShowFrameAnew();
+    ExpectToolbar(true);
+    EXPECT_EQ(Panel(2), "Settings could not be read: Could not open registry section");
+    Item("mnuEcho")->trigger();
+    EXPECT_EQ(Panel(2), "Settings could not be kept: Could not open/create registry section");
+    EXPECT_TRUE(EchoOn);
+    EXPECT_EQ(Closer.Texts, Boxes{});
+}
+
+TEST_F(FrameSettings, TheFocusIsInTheCommandLineAtTheStart) {
+    Restart();
+    EXPECT_TRUE(Input()->hasFocus());
+}
+
+// Where the frame stands, without the toolbar, which would set its least width.
+class FramePlacement : public FrameSettings {
+protected:
+    FramePlacement() {
+        Keep("Windows", "tbar", "0");
+        ShowFrameAnew();
+    }
+
+    static std::string KeptState() {
+        return GetUserSetting("MwClient", "Windows", "gWinState", "nothing");
+    }
+
+    static void KeepPlace(const char* left, const char* top, const char* width,
+                          const char* height) {
+        Keep("Windows", "gLeft", left);
+        Keep("Windows", "gTop", top);
+        Keep("Windows", "gWidth", width);
+        Keep("Windows", "gHeight", height);
+    }
+
+    static std::vector<std::string> KeptPlace() {
+        return {Kept("Windows", "gLeft"), Kept("Windows", "gTop"), Kept("Windows", "gWidth"),
+                Kept("Windows", "gHeight")};
+    }
+};
+
+TEST_F(FramePlacement, WithoutAKeptPlaceTheFrameStandsInTheMiddleOfTheScreen) {
+    const QRect screen = Frame->screen()->availableGeometry();
+    EXPECT_NEAR(Frame->width(), screen.width() * 0.8, 1);
+    EXPECT_NEAR(Frame->height(), screen.height() * 0.8, 1);
+    EXPECT_NEAR(Frame->geometry().center().x(), screen.center().x(), 1);
+    EXPECT_NEAR(Frame->geometry().center().y(), screen.center().y(), 1);
+    EXPECT_FALSE(Frame->isMaximized());
+}
+
+TEST_F(FramePlacement, ARestartKeepsThePlace) {
+    Frame->setGeometry(31, 47, 702, 503);
+    Restart();
+    EXPECT_EQ(KeptPlace(), (std::vector<std::string>{"31", "47", "702", "503"}));
+    EXPECT_EQ(KeptState(), "0");
+    EXPECT_EQ(Frame->geometry(), QRect(31, 47, 702, 503));
+    EXPECT_FALSE(Frame->isMaximized());
+}
+
+TEST_F(FramePlacement, AMaximisedFrameComesBackMaximisedAndKnowsItsPlace) {
+    Frame->setGeometry(31, 47, 702, 503);
+    for (int round = 0; round < 2; ++round) {
+        Frame->setWindowState(Qt::WindowMaximized);
+        LetEventsRun();
+        Restart();
+        EXPECT_EQ(KeptState(), "2");
+        EXPECT_EQ(KeptPlace(), (std::vector<std::string>{"31", "47", "702", "503"}));
+        EXPECT_TRUE(Frame->isMaximized());
+    }
+    Frame->showNormal();
+    LetEventsRun();
+    EXPECT_EQ(Frame->geometry(), QRect(31, 47, 702, 503));
+}
+
+TEST_F(FramePlacement, AMinimisedFrameLeavesThePlaceThatWasKept) {
+    KeepPlace("20", "30", "640", "500");
+    Frame->setGeometry(31, 47, 702, 503);
+    Frame->setWindowState(Qt::WindowMinimized);
+    LetEventsRun();
+    Restart();
+    EXPECT_EQ(KeptPlace(), (std::vector<std::string>{"20", "30", "640", "500"}));
+    EXPECT_EQ(KeptState(), "1");
+    EXPECT_EQ(Frame->geometry(), QRect(20, 30, 640, 500));
+    EXPECT_FALSE(Frame->isMinimized());
+}
+
+struct Place {
+    const char* Name;
+    const char* Texts[4]; // left, top, width, height
+};
+
+void PrintTo(const Place& row, std::ostream* out) { *out << row.Name; }
+
+class UselessPlaces : public FramePlacement, public testing::WithParamInterface<Place> {};
+
+TEST_P(UselessPlaces, CountAsNone) {
+    const QRect byDefault = Frame->geometry();
+    const auto& [left, top, width, height] = GetParam().Texts;
+    KeepPlace(left, top, width, height);
+    ShowFrameAnew();
+    EXPECT_EQ(Frame->geometry(), byDefault);
+    EXPECT_EQ(Closer.Texts, Boxes{});
+}
+
+const Place kUseless[] = {
+    {"NoNumbers", {"a", "b", "c", "d"}},
+    {"OneThatIsNone", {"10", "10", "wide", "500"}},
+    {"OneThatIsEmpty", {"10", "", "600", "500"}},
+    {"NoSize", {"10", "10", "0", "500"}},
+    {"ANegativeSize", {"10", "10", "600", "-500"}},
+    {"BeyondAllScreens", {"100000", "10", "600", "500"}},
+    {"BeyondOnTheOtherSide", {"10", "-100000", "600", "500"}},
+    {"BeyondAnyNumber", {"99999999999", "10", "600", "500"}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Frame, UselessPlaces, testing::ValuesIn(kUseless),
+                         [](const auto& row) { return row.param.Name; });
+
+TEST_F(FramePlacement, ThePlaceIsKeptWhenTheOutputWindowGoesAndNotLaterOnPurpose) {
+    Frame->setGeometry(31, 47, 702, 503);
+    CloseOutput();
+    EXPECT_EQ(KeptPlace(), (std::vector<std::string>{"31", "47", "702", "503"}));
+    Frame->setGeometry(5, 6, 750, 550);
+    Frame->close();
+    EXPECT_EQ(KeptPlace(), (std::vector<std::string>{"31", "47", "702", "503"}));
+}
+
+// The end of the program, begun by the frame.
+class FrameUnload : public FrmMainTest {
+protected:
+    FrameUnload() {
+        PrepareFolders();
+        MacroSets[0].Name = "Default";
+    }
+
+    static frmStartUp* Splash() { return Window<frmStartUp>(); }
+
+    // Spares the tests the waiting between the splash's stages.
+    static void Hurry() {
+        ASSERT_NE(Splash(), nullptr);
+        Splash()->timerLoad.setInterval(1);
+        Splash()->timerFinished.setInterval(1);
+    }
+
+    // Lets the program run until it ends; end begins that. Answers the status.
+    int RunUntil(const std::function<void()>& end) {
+        QTimer::singleShot(0, Frame.get(), [end] {
+            end();
+            Hurry();
+        });
+        return RunProgram();
+    }
+
+    // As when the player closes the window by its title bar.
+    void CloseByTheWindowSystem() const {
+        QCloseEvent close;
+        QCoreApplication::sendEvent(Frame->windowHandle(), &close);
+    }
+
+    void ExpectSaved() const {
+        EXPECT_EQ(Folder.ContentOf("Data/muds.lst"), FormatMudList(MudList));
+        EXPECT_TRUE(Folder.ContentOf("Data/client.cfg").ends_with("Default\r\n[END]\r\n"));
+        EXPECT_EQ(Folder.ContentOf("Macros/Default.mco"), FormatMacroSet(MacroSets[0]));
+        EXPECT_EQ(ReadSetting("MwClient", "Windows", "tbar", "nothing"), "1");
+        EXPECT_NE(ReadSetting("MwClient", "Windows", "gTop", "nothing"), "nothing");
+    }
+
+    void ExpectOnlyTheSplash() const {
+        const QList<QWidget*> windows = forms::VisibleWindows();
+        ASSERT_EQ(windows.size(), 1);
+        EXPECT_EQ(windows[0], Splash());
+    }
+};
+
+TEST_F(FrameUnload, SavesBehindTheSplashAndEndsWithStatusZero) {
+    SetKeyText(MacroSets[0].NormKey, 112, "look;");
+    QElapsedTimer clock;
+    clock.start();
+    std::vector<std::string> statuses;
+    QTimer::singleShot(0, Frame.get(), [&] {
+        Item("mnuExit")->trigger();
+        EXPECT_FALSE(Frame->isVisible());
+        EXPECT_TRUE(SavingMode);
+        ASSERT_NE(Splash(), nullptr);
+        EXPECT_EQ(Splash()->lblLoading->text(), "Saving");
+        QObject::connect(&Splash()->timerLoad, &QTimer::timeout, Splash(),
+                         [&] { statuses.push_back(Splash()->lblStatus->text().toStdString()); });
+    });
+    EXPECT_EQ(RunProgram(), 0);
+    EXPECT_GE(clock.elapsed(), 1400); // 1500 by timers that may be a little early
+    EXPECT_EQ(statuses, (std::vector<std::string>{"Mud List", "Client Configuration", "Macro Sets",
+                                                  "Completed"}));
+    ExpectSaved();
+    EXPECT_EQ(Closer.Texts, Boxes{});
+}
+
+TEST_F(FrameUnload, ClosesEveryOtherWindow) {
+    Item("mnuGHlp")->trigger();
+    LoadUpdatePrompt();
+    ShowUpdatePrompt();
+    Item("mnuADCmud")->trigger();
+    QTest::mouseClick(Frame->findChild<QPushButton*>("cmdAdd"), Qt::LeftButton);
+    ASSERT_EQ(forms::VisibleWindows().size(), 5);
+    EXPECT_EQ(RunUntil([this] {
+                  Frame->close();
+                  ExpectOnlyTheSplash();
+              }),
+              0);
+    ExpectSaved();
+    EXPECT_EQ(GetUserSetting("MwClient", "Update", "Check", "nothing"), "nothing");
+}
+
+TEST_F(FrameUnload, ClosesAMessageBoxThatIsOpen) {
+    Closer.MayClose = [] { return false; };
+    bool wasOpen = false;
+    QTimer::singleShot(0, Frame.get(), [this] { Item("mnuAutoLog")->trigger(); });
+    EXPECT_EQ(RunUntil([&, this] {
+                  wasOpen = QApplication::activeModalWidget() != nullptr;
+                  Frame->close();
+                  ExpectOnlyTheSplash();
+              }),
+              0);
+    EXPECT_TRUE(wasOpen);
+    ExpectSaved();
+}
+
+TEST_F(FrameUnload, ClosesADialogWhoseMessageBoxIsOpen) {
+    Closer.MayClose = [] { return false; };
+    QTimer::singleShot(0, Frame.get(), [this] {
+        QTest::mouseClick(Frame->cmdNew, Qt::LeftButton);
+        QTest::mouseClick(Frame->findChild<QPushButton*>("cmdmAdd"), Qt::LeftButton);
+    });
+    bool wasOpen = false;
+    EXPECT_EQ(RunUntil([&, this] {
+                  wasOpen = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+                  UnloadFrame();
+                  ExpectOnlyTheSplash();
+              }),
+              0);
+    EXPECT_TRUE(wasOpen);
+    ExpectSaved();
+}
+
+TEST_F(FrameUnload, ByTheWindowSystemIsTheSame) {
+    EXPECT_EQ(RunUntil([this] { CloseByTheWindowSystem(); }), 0);
+    ExpectSaved();
+}
+
+TEST_F(FrameUnload, ByTheWindowSystemTakesAnOpenDialogAlong) {
+    Item("mnuAlias")->trigger();
+    EXPECT_EQ(RunUntil([this] {
+                  CloseByTheWindowSystem();
+                  ExpectOnlyTheSplash();
+              }),
+              0);
+    ExpectSaved();
+}
+
+TEST_F(FrameUnload, IsNotBegunAgainWhileItSaves) {
+    EXPECT_EQ(RunUntil([this] {
+                  Frame->close();
+                  const frmStartUp* const splash = Splash();
+                  Frame->close();
+                  UnloadFrame();
+                  CloseByTheWindowSystem();
+                  EXPECT_FALSE(Splash()->close());
+                  EXPECT_EQ(Splash(), splash);
+                  ExpectOnlyTheSplash();
+              }),
+              0);
+    ExpectSaved();
+}
+
+TEST_F(FrameUnload, ClosesTheConnectionWithoutAWord) {
+    Connect();
+    Frame->close();
+    EXPECT_TRUE(Server.VisitorLeaves());
+    EXPECT_FALSE(mw::Connected);
+    EXPECT_EQ(Closer.Texts, Boxes{});
+}
+
+TEST_F(FrameUnload, WorksWithTheOutputWindowClosedBefore) {
+    CloseOutput();
+    EXPECT_EQ(RunUntil([this] { Frame->close(); }), 0);
+    ExpectSaved();
+}
+
+TEST_F(FrameUnload, EndsEvenWhenNothingCanBeWritten) {
+    ApplicationFolder = Folder.Path / "gone";
+    EXPECT_EQ(RunUntil([this] { Frame->close(); }), 0);
+    EXPECT_FALSE(Folder.HasFolder("gone"));
+    EXPECT_EQ(Closer.Texts, Boxes{});
 }
 
 } // namespace

@@ -1,9 +1,6 @@
 // A set, an alias, triggers and macros made in the editors, used, and found again the next day.
+#include "Files.h"
 #include "Journey.h"
-#include "Wait.h"
-
-#include <fstream>
-#include <iterator>
 
 namespace journey {
 namespace {
@@ -12,23 +9,15 @@ class Automation : public ServerJourney {
 protected:
     // Opens an editor by the keyboard: Configuration and the access key of its item.
     void OpenEditor(const QString& itemKey, const QString& title) {
-        Player.Press("alt+c");
-        Player.Press(itemKey);
-        TakeKeys(title);
-    }
-
-    void TakeKeys(const QString& title) {
-        WaitFor("the window " + title.toStdString(), [&] {
-            const QStringList windows = Screen.Windows(title);
-            return !windows.isEmpty() && Screen.Do({"windowfocus", windows.last()});
-        });
+        Player.Press({"alt+c", itemKey});
+        Player.TakeKeys(title);
     }
 
     // Ends an editor by one of its keys and gives the keys back to the frame.
     void Leave(const QString& keys, const QString& title) {
         Player.Press(keys);
-        WaitFor(title.toStdString() + " to close", [&] { return Screen.Windows(title).isEmpty(); });
-        TakeKeys("^Quillmere Mud Client V");
+        Player.WaitToClose(title);
+        Player.TakeKeys(Client::kFrame);
         Player.ClickCommandLine();
     }
 
@@ -42,10 +31,7 @@ protected:
         Player.Press("Return");
     }
 
-    std::string File(const QString& name) {
-        std::ifstream file(Player.Folder.filePath("home/" + name).toStdString(), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    std::string File(const QString& name) const { return FileText(Player.Home + '/' + name); }
 };
 
 TEST_F(Automation, IsMadeInTheEditorsUsedAndKept) {
@@ -56,10 +42,10 @@ TEST_F(Automation, IsMadeInTheEditorsUsedAndKept) {
 
     OpenEditor("m", "^Macros$");
     Player.Press("alt+n");
-    TakeKeys("^New Macro Set$");
+    Player.TakeKeys("^New Macro Set$");
     Player.Type("Hunt");
     Player.Press("Return");
-    TakeKeys("^Macros$");
+    Player.TakeKeys("^Macros$");
     Screen.Click(0, 0); // nowhere: the dialog keeps the keys
     Player.Press("alt+s");
     Player.Press("Tab");

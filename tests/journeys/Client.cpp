@@ -1,17 +1,26 @@
 #include "Client.h"
 
+#include "Files.h"
 #include "Wait.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include <QDir>
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcessEnvironment>
 
 namespace journey {
 namespace {
 
-constexpr const char* kTitle = "^Quillmere Mud Client V";
+constexpr const char* kUntitled = "^Quillmere Mud Client$"; // the splash, and message boxes
+constexpr int kSplashWidth = 380;
+constexpr int kSplashHeight = 230;
+constexpr Area kSplashTitle{310, 235, 690, 345};
+constexpr int kFewestPixels = 25;
+constexpr int kText = 1; // the type of a setting
 
 struct Keycap {
     char Key;
@@ -41,55 +50,123 @@ QProcessEnvironment CleanEnvironment(const QString& folder, const QString& displ
     clean.insert("XDG_DATA_HOME", folder + "/data");
     clean.insert("XDG_RUNTIME_DIR", folder + "/runtime");
     clean.insert("QUILLMERE_GAME_HOST", "127.0.0.1");
+    clean.insert("QUILLMERE_WEB_ROOT", "http://127.0.0.1:9"); // nothing answers there
     return clean;
+}
+
+bool IsSplash(const Display& screen, const QString& window) {
+    const Area place = screen.PlaceOf(window);
+    return place.Right - place.Left == kSplashWidth && place.Bottom - place.Top == kSplashHeight;
 }
 
 } // namespace
 
-Client::Client(const Display& screen) : Screen(&screen) {
+Client::Client(const Display& screen) : Home(Folder.filePath("home")), Screen(&screen) {
     QDir(Folder.path()).mkpath("runtime");
     QFile::setPermissions(Folder.filePath("runtime"),
                           QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     Process.setProcessEnvironment(CleanEnvironment(Folder.path(), screen.Name));
     Process.setProcessChannelMode(QProcess::MergedChannels);
+    Keep({});
 }
 
-Client::~Client() { StopChild(Process); }
+Client::~Client() {
+    Process.kill();
+    Process.waitForFinished();
+}
 
-void Client::Start(const QStringList& arguments) {
-    StartChild(Process, CLIENT_PROGRAM, QStringList{"--home", Folder.filePath("home")} + arguments);
+void Client::Set(const QString& variable, const QString& value) {
+    QProcessEnvironment environment = Process.processEnvironment();
+    environment.insert(variable, value);
+    Process.setProcessEnvironment(environment);
+}
+
+void Client::Keep(const KeptPlace& place) const {
+    const auto text = [](const QString& value) {
+        return QJsonObject{{"type", kText}, {"value", value}};
+    };
+    const QJsonObject windows{{"gTop", text(place.Top)},
+                              {"gLeft", text(place.Left)},
+                              {"gWidth", text(place.Width)},
+                              {"gHeight", text(place.Height)}};
+    const QJsonDocument store(QJsonObject{{"SOFTWARE\\MwClient\\Windows", windows}});
+    PutFile(SettingsFile(), store.toJson().toStdString());
+}
+
+QString Client::SettingsFile() const { return Folder.filePath("config/quillmere/registry.json"); }
+
+void Client::Launch(const QStringList& arguments) {
+    Seen = 0;
+    StartChild(Process, CLIENT_PROGRAM, QStringList{"--home", Home} + arguments);
+}
+
+void Client::WaitForSplash() const {
+    constexpr Colour kDarkBlue{0, 0, 160};
+    constexpr Colour kPurple{140, 0, 140};
+    WaitFor("the splash with its title", [&] {
+        const Picture screen = Screen->Look();
+        return ShowsSplash() && CountOf(screen, kSplashTitle, kDarkBlue) > kFewestPixels &&
+               CountOf(screen, kSplashTitle, kPurple) > kFewestPixels;
+    });
+}
+
+void Client::WaitForFrame() {
     QStringList windows;
     WaitFor("the client's window", [&] {
         if (Process.state() == QProcess::NotRunning)
             throw std::runtime_error("The client ended at its start: " + Log());
-        windows = Screen->Windows(kTitle);
+        windows = Windows(kFrame);
         return !windows.isEmpty();
     });
     WaitFor("the client's window to take the keys", [&] {
         return Screen->Do({"windowfocus", windows.first()});
     });
-    WaitFor("the toolbar",
-            [this] { return FindToolbar(Screen->Look()).size() > DisconnectButton; });
+    WaitFor("the splash to go", [this] { return !ShowsSplash(); });
+    WaitFor("the client's menu bar", [&] {
+        const Area frame = Screen->PlaceOf(windows.first());
+        return ColourAt(Screen->Look(), (frame.Left + frame.Right) / 2, frame.Top + 3).Red > 128;
+    });
 }
 
-int Client::StartRefused(int boxes) {
-    StartChild(Process, CLIENT_PROGRAM, {"--home", Folder.filePath("home")});
-    QString answered;
-    for (int box = 1; box <= boxes; ++box) {
-        WaitFor("message box " + std::to_string(box), [&] {
-            const QStringList windows = Screen->Windows(".");
-            if (windows.isEmpty() || windows.first() == answered ||
-                !Screen->Do({"windowfocus", windows.first()}))
-                return false;
-            answered = windows.first();
-            return true;
-        });
-        Press("Return");
-    }
-    return WaitForEnd();
+void Client::Start(const QStringList& arguments) {
+    Launch(arguments);
+    WaitForFrame();
+    WaitFor("the toolbar", [this] { return HasToolbar(); });
+}
+
+QStringList Client::Windows(const QString& title) const {
+    return Screen->Windows(title, Process.processId());
+}
+
+bool Client::ShowsSplash() const {
+    const QStringList windows = Windows(kUntitled);
+    return std::ranges::any_of(windows,
+                               [this](const QString& id) { return IsSplash(*Screen, id); });
+}
+
+QStringList Client::Boxes() const {
+    QStringList boxes = Windows(kUntitled);
+    boxes.removeIf([this](const QString& id) { return IsSplash(*Screen, id); });
+    return boxes;
+}
+
+void Client::TakeKeys(const QString& title) const {
+    WaitFor("the window " + title.toStdString(), [&] {
+        const QStringList windows = Windows(title);
+        return !windows.isEmpty() && Screen->Do({"windowfocus", windows.last()});
+    });
+}
+
+void Client::WaitToClose(const QString& title) const {
+    WaitFor(title.toStdString() + " to close", [&] { return Windows(title).isEmpty(); });
 }
 
 void Client::Press(const QString& keys) const { Screen->Do({"key", keys}); }
+
+void Client::Press(const QStringList& keys) const {
+    for (const QString& key : keys)
+        Press(key);
+}
 
 void Client::Type(const QString& text) const { Screen->Do({"type", "--delay", "5", "--", text}); }
 
@@ -119,6 +196,8 @@ bool Client::CanUse(ToolbarPlace place) const {
     const std::vector<Area> controls = FindToolbar(screen);
     return controls.size() > place && IsUsable(screen, controls.at(place));
 }
+
+bool Client::HasToolbar() const { return FindToolbar(Screen->Look()).size() > DeleteButton; }
 
 std::string Client::Shown(int height) const {
     std::string text;
@@ -156,17 +235,16 @@ void Client::WaitToSee(std::string_view words) {
 bool Client::HasStatus() const { return CountOf(Screen->Look(), Status, {0, 0, 0}) > 0; }
 
 void Client::AnswerBox() const {
-    const auto boxes = [this] { return Screen->Windows(".").size() - 1; };
-    WaitFor("a message box", [&] { return boxes() > 0; });
+    QString box;
+    WaitFor("a message box", [&] {
+        box = Boxes().value(0);
+        return !box.isEmpty() && Screen->Do({"windowfocus", box});
+    });
     Press("Return");
-    WaitFor("the message box to go", [&] { return boxes() == 0; });
+    WaitFor("the message box to go", [&] { return !Boxes().contains(box); });
 }
 
-void Client::ExitByMenu() const {
-    Press("alt+f");
-    Press("Up"); // from the menu's head to its last item
-    Press("Return");
-}
+void Client::ExitByMenu() const { Press({"alt+f", "e"}); }
 
 int Client::WaitForEnd() {
     WaitFor("the client to end", [this] { return Process.state() == QProcess::NotRunning; });

@@ -1,4 +1,4 @@
-// The client program as a player has it before them: a window, keys, a mouse, text to read.
+// The client program as a player has it before them: windows, keys, a mouse, text to read.
 //
 // What it shows is read as a player would copy it: a click into the output, Ctrl+A, Ctrl+C. The
 // command line has the keys again afterwards. A wait that fails throws one line that tells for
@@ -18,20 +18,49 @@
 
 namespace journey {
 
+// The four texts in the settings that tell where the frame stands.
+struct KeptPlace {
+    QString Left = "0";
+    QString Top = "0";
+    QString Width = QString::number(Display::Width);
+    QString Height = QString::number(Display::Height);
+};
+
 struct Client {
-    // The screen must outlive the client.
+    // The screen must outlive the client. The frame is going to fill it, and no newer version is
+    // going to be found.
     explicit Client(const Display& screen);
+
+    // Ends the program there and then, so that it saves nothing.
     ~Client();
 
-    // Starts the program in its fresh home folder and waits for its window.
+    // For the next start.
+    void Set(const QString& variable, const QString& value); // of its environment
+    void Keep(const KeptPlace& place) const;                 // in its settings
+    QString SettingsFile() const;
+
+    // Starts the program in its home folder.
+    void Launch(const QStringList& arguments = {});
+
+    // The splash is there with its coloured title; the frame can be used.
+    void WaitForSplash() const;
+    void WaitForFrame();
+
+    // Starts the program and waits for its frame with the toolbar.
     void Start(const QStringList& arguments = {});
 
-    // Starts the program on files that it refuses, answers that many message boxes and waits for
-    // the end. Returns the exit status.
-    int StartRefused(int boxes);
+    // Its visible windows whose title holds the words, by id.
+    QStringList Windows(const QString& title) const;
+    bool ShowsSplash() const;
+    QStringList Boxes() const; // the message boxes among them
+
+    // Waits for a window and gives it the keys.
+    void TakeKeys(const QString& title) const;
+    void WaitToClose(const QString& title) const;
 
     // Keys, by the names of the window system: "Up", "alt+f".
     void Press(const QString& keys) const;
+    void Press(const QStringList& keys) const; // one after the other
     void Type(const QString& text) const;
     void Enter(const QString& line) const; // types it and presses Return
     void Keypad(char key) const;           // one of 0 to 9, +, -
@@ -39,6 +68,7 @@ struct Client {
     void ClickCommandLine() const;
     void ClickToolbar(ToolbarPlace place) const; // waits until the control is usable
     bool CanUse(ToolbarPlace place) const;
+    bool HasToolbar() const;
 
     // All text of the output. While it is scrolled back, of the box at that height of the screen.
     std::string Shown(int height = kUpper) const;
@@ -63,6 +93,7 @@ struct Client {
 
     std::string Log(); // what the program wrote on its standard output and error
 
+    static constexpr const char* kFrame = "^Quillmere Mud Client V"; // its title
     static constexpr int kUpper = 200; // in the earlier output while it is scrolled back
     static constexpr int kLower = 540; // in the output that goes on
     static constexpr Area Output{0, 56, 984, 640};
@@ -70,6 +101,7 @@ struct Client {
 
     QProcess Process;
     QTemporaryDir Folder;
+    QString Home; // below Folder, unless it is set to another client's
 
 private:
     const Display* Screen;

@@ -88,10 +88,25 @@ void Display::Turn(int notchesUp, int x, int y) const {
         QString::number(std::abs(notchesUp)), "--delay", "5", notchesUp > 0 ? "4" : "5"});
 }
 
-QStringList Display::Windows(const QString& title) const {
+QStringList Display::Windows(const QString& title, qint64 process) const {
     bool succeeded = false;
-    const QByteArray ids = Run("xdotool", {"search", "--onlyvisible", "--name", title}, &succeeded);
+    const QByteArray ids = Run(
+        "xdotool",
+        {"search", "--all", "--onlyvisible", "--pid", QString::number(process), "--name", title},
+        &succeeded);
     return QString::fromLatin1(ids).split('\n', Qt::SkipEmptyParts);
+}
+
+Area Display::PlaceOf(const QString& window) const {
+    bool succeeded = false;
+    const QByteArray lines = Run("xdotool", {"getwindowgeometry", "--shell", window}, &succeeded);
+    const auto value = [&lines](const QByteArray& key) {
+        const qsizetype start = lines.indexOf(key + '=') + key.size() + 1;
+        return lines.mid(start, lines.indexOf('\n', start) - start).toInt();
+    };
+    if (!succeeded)
+        return {};
+    return {value("X"), value("Y"), value("X") + value("WIDTH"), value("Y") + value("HEIGHT")};
 }
 
 void Display::ClearClipboard() const {

@@ -27,6 +27,8 @@ struct Area {
     int Top = 0;
     int Right = 0;
     int Bottom = 0;
+
+    bool operator==(const Area&) const = default;
 };
 
 struct Picture {
@@ -41,7 +43,7 @@ Colour ColourAt(const Picture& picture, int x, int y);
 int CountOf(const Picture& picture, const Area& area, const Colour& colour);
 
 struct Display {
-    static constexpr int Width = 1000; // the size in which the client's window opens
+    static constexpr int Width = 1000; // filled by the client's window in most journeys
     static constexpr int Height = 700;
 
     // Starts the display and waits until it is there. Num Lock is on, keys do not repeat.
@@ -57,8 +59,11 @@ struct Display {
     void Drag(int fromX, int fromY, int toX, int toY) const;
     void Turn(int notchesUp, int x, int y) const; // the wheel; negative: down
 
-    // The visible windows whose title holds the words, by id.
-    QStringList Windows(const QString& title) const;
+    // The visible windows of the process whose title holds the words, by id.
+    QStringList Windows(const QString& title, qint64 process) const;
+
+    // Where the window stands; an empty area when it is gone.
+    Area PlaceOf(const QString& window) const;
 
     // Empties the clipboard, so that what is copied next can be told from what was there.
     void ClearClipboard() const;

@@ -29,7 +29,9 @@ GameServer::GameServer() {
     Port = Listener.serverPort();
 }
 
-QString GameServer::Address() const { return QStringLiteral("127.0.0.1:%1").arg(Port); }
+QString GameServer::Address() const { return "127.0.0.1:" + PortText(); }
+
+QString GameServer::PortText() const { return QString::number(Port); }
 
 void GameServer::WaitForPlayer() {
     WaitFor("the client to connect", [this] { return Listener.hasPendingConnections(); });

@@ -16,7 +16,8 @@ struct GameServer {
     // Listens on a free port below 32768.
     GameServer();
 
-    QString Address() const; // "127.0.0.1:20000"
+    QString Address() const;  // "127.0.0.1:20000"
+    QString PortText() const; // "20000"
 
     void WaitForPlayer();
     void Send(std::string_view bytes);   // as one packet

@@ -1,6 +1,7 @@
 #include "Journey.h"
 
 #include <exception>
+#include <ostream>
 
 #include <QDir>
 #include <QFile>
@@ -17,6 +18,10 @@ void Write(const QString& path, const std::string& text) {
 }
 
 } // namespace
+
+void PrintTo(const Area& area, std::ostream* out) {
+    *out << area.Left << ',' << area.Top << " to " << area.Right << ',' << area.Bottom;
+}
 
 QString Journey::Folder() const {
     const auto* const test = ::testing::UnitTest::GetInstance()->current_test_info();

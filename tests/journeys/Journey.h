@@ -10,11 +10,14 @@
 #include "GameServer.h"
 
 #include <gtest/gtest.h>
+#include <iosfwd>
 #include <string_view>
 
 #include <QString>
 
 namespace journey {
+
+void PrintTo(const Area& area, std::ostream* out); // "0,0 to 1000,700"
 
 class Journey : public ::testing::Test {
 protected:

@@ -7,7 +7,17 @@
 namespace journey {
 namespace {
 
-class Stop : public ServerJourney {};
+class Stop : public ServerJourney {
+protected:
+    // The program is told to stop; what a save makes anew is there afterwards.
+    void ExpectToStopAndToSave() {
+        const QString saved = Player.Home + "/Data/client.cfg";
+        QFile::remove(saved);
+        Player.Process.terminate();
+        EXPECT_EQ(Player.WaitForEnd(), 0);
+        EXPECT_TRUE(QFile::exists(saved)) << "nothing was saved";
+    }
+};
 
 TEST_F(Stop, ByTheMenuEndsTheConnectionAndTheProgram) {
     Connect();
@@ -26,21 +36,42 @@ TEST_F(Stop, ByTheMenuWithoutAConnection) {
 
 TEST_F(Stop, ByASignalIsAsOrderlyAsByTheMenu) {
     Connect();
-    QFile(Player.Folder.filePath("home/Data/client.cfg")).remove();
+    ExpectToStopAndToSave();
+    Server.WaitForPlayerToLeave();
+}
+
+TEST_F(Stop, ByTwoSignalsSavesAllAfterTheSecond) {
+    Player.Start();
+    QFile::remove(Player.Home + "/Data/client.cfg");
+    QFile::remove(Player.Home + "/Macros/Default.mco");
+    Player.Process.terminate();
+    WaitFor("the saving splash", [this] { return Player.ShowsSplash(); });
+    EXPECT_FALSE(QFile::exists(Player.Home + "/Macros/Default.mco"));
     Player.Process.terminate();
     EXPECT_EQ(Player.WaitForEnd(), 0);
-    Server.WaitForPlayerToLeave();
-    EXPECT_TRUE(QFile::exists(Player.Folder.filePath("home/Data/client.cfg")))
-        << "nothing was saved";
+    EXPECT_TRUE(QFile::exists(Player.Home + "/Data/client.cfg"));
+    EXPECT_TRUE(QFile::exists(Player.Home + "/Macros/Default.mco"));
+}
+
+TEST_F(Stop, ByASignalWhileADialogIsOpen) {
+    Player.Start();
+    Player.Press({"alt+c", "a"});
+    Player.TakeKeys("^Aliases$");
+    ExpectToStopAndToSave();
+}
+
+TEST_F(Stop, ByASignalWhileAMenuIsOpen) {
+    Player.Start();
+    Player.Press("alt+f");
+    ExpectToStopAndToSave();
 }
 
 // The message box is over the frame, and nobody is there to answer it.
 TEST_F(Stop, ByASignalWhileAMessageBoxIsOpen) {
     Player.Start();
     Player.Enter("look");
-    WaitFor("the message box", [this] { return Screen.Windows(".").size() > 1; });
-    Player.Process.terminate();
-    EXPECT_EQ(Player.WaitForEnd(), 0);
+    WaitFor("the message box", [this] { return !Player.Boxes().isEmpty(); });
+    ExpectToStopAndToSave();
 }
 
 } // namespace

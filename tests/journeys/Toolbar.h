@@ -8,7 +8,7 @@
 namespace journey {
 
 // What stands in the toolbar from left to right.
-enum ToolbarPlace { Chooser, ConnectButton, DisconnectButton };
+enum ToolbarPlace { Chooser, ConnectButton, DisconnectButton, NewButton, DeleteButton };
 
 // The outlined controls above the output, from left to right.
 std::vector<Area> FindToolbar(const Picture& screen);

@@ -4,6 +4,7 @@
 #include "base/Error.h"
 #include "base/Globals.h"
 #include "config/FreshFolder.h"
+#include "config/MRegistry.h"
 #include "config/MudList.h"
 #include "fakes/Fakes.h"
 #include "net/Send.h"
@@ -931,6 +932,48 @@ TEST_F(OutputWindow, ClosedInMenuModeSetsTheMenu) {
     EXPECT_TRUE(fakes::Enabled[FrameControl::mnuConnect]);
     EXPECT_FALSE(fakes::Enabled[FrameControl::mnuDisconnect]);
     EXPECT_FALSE(fakes::Enabled.contains(FrameControl::cmdConn));
+}
+
+TEST_F(OutputWindow, ClosedGoesStepByStep) {
+    BeConnected();
+    frmOutput_Unload();
+    EXPECT_EQ(fakes::Calls, (Steps{"Close", "Enable cmdConn", "Disable cmdDisco", "Enable cmdNew",
+                                   "Enable cmdDel", "Enable cboMud", "Panel 1 ", "Stop tmrConnect",
+                                   "Stop tmrLog"}));
+}
+
+TEST_F(OutputWindow, ClosedKeepsTheFramesPlaceFirst) {
+    fakes::Place = {10, 20, 640, 480};
+    fakes::State = WindowState::Maximised;
+    std::string keptThen;
+    fakes::OnCall = [&keptThen](const std::string& call) {
+        if (call == "Close")
+            keptThen = ReadSetting("MwClient", "Windows", "gHeight", "absent");
+    };
+    frmOutput_Unload();
+    EXPECT_EQ(keptThen, "480");
+    EXPECT_EQ(ReadSetting("MwClient", "Windows", "gTop", ""), "20");
+    EXPECT_EQ(ReadSetting("MwClient", "Windows", "gLeft", ""), "10");
+    EXPECT_EQ(ReadSetting("MwClient", "Windows", "gWidth", ""), "640");
+    EXPECT_EQ(fakes::UserSettings["MwClient/Windows/gWinState"], "2");
+}
+
+TEST_F(OutputWindow, ClosedInAMinimisedFrameKeepsNoPlace) {
+    fakes::State = WindowState::Minimised;
+    frmOutput_Unload();
+    EXPECT_TRUE(fakes::Registry.empty());
+    EXPECT_EQ(fakes::UserSettings["MwClient/Windows/gWinState"], "1");
+}
+
+TEST_F(OutputWindow, ClosedWithoutAStoreStillClosesTheConnection) {
+    BeConnected();
+    fakes::CreateCode = 5;
+    frmOutput_Unload();
+    EXPECT_FALSE(Connected);
+    EXPECT_EQ(fakes::SocketState, SocketClosed);
+    EXPECT_EQ(fakes::Panels[2],
+              "Settings could not be kept: Could not open/create registry section");
+    EXPECT_TRUE(fakes::Messages.empty());
 }
 
 } // namespace

@@ -1,0 +1,186 @@
+#include "ui/Inet.h"
+
+#include "forms/WebServer.h"
+
+#include <gtest/gtest.h>
+#include <optional>
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace mw {
+namespace {
+
+using forms::Ok;
+using forms::WebServer;
+using inetVersion::OpenURL;
+
+using Body = std::optional<std::string>;
+
+const Body kNothing;
+
+std::string Redirect(const std::string& address) {
+    return "HTTP/1.1 302 Found\r\nLocation: " + address + "\r\nContent-Length: 0\r\n\r\n";
+}
+
+struct Row {
+    const char* Name;
+    std::string Answer;
+    Body Expected;
+};
+
+void PrintTo(const Row& row, std::ostream* out) { *out << row.Name; }
+
+class InetAnswers : public testing::TestWithParam<Row> {};
+
+TEST_P(InetAnswers, GiveTheirBodyOrNothing) {
+    const WebServer server(GetParam().Answer);
+    EXPECT_EQ(OpenURL(server.Root() + "/client/clientver.txt"), GetParam().Expected);
+    EXPECT_EQ(server.Paths(), std::vector<std::string>{"/client/clientver.txt"});
+}
+
+const Row kAnswers[] = {
+    {"AWholeBody", Ok("1.3"), "1.3"},
+    {"AnEmptyBody", Ok(""), ""},
+    {"ABodyOfAnyBytes", Ok(std::string("\0\r\n\xFF", 4)), std::string("\0\r\n\xFF", 4)},
+    {"ABodyThatEndsWithTheConnection", "HTTP/1.0 200 OK\r\n\r\n1.3", "1.3"},
+    {"ABodyInChunks",
+     "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n1\r\n1\r\n2\r\n.3\r\n0\r\n\r\n", "1.3"},
+    {"NotModifiedHasNone", "HTTP/1.1 304 Not Modified\r\n\r\n", ""},
+    {"NotFound", "HTTP/1.1 404 Not Found\r\nContent-Length: 3\r\n\r\n9.9", kNothing},
+    {"Forbidden", "HTTP/1.1 403 Forbidden\r\nContent-Length: 3\r\n\r\n9.9", kNothing},
+    {"AServersError", "HTTP/1.1 500 Oops\r\nContent-Length: 3\r\n\r\n9.9", kNothing},
+    {"AHangUp", "", kNothing},
+    {"ABodyShorterThanAnnounced", "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n9.9", kNothing},
+    {"ChunksWithoutTheirEnd", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n3\r\n9.9\r\n",
+     kNothing},
+    {"AChunkOfNoLength", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nzz\r\n9.9\r\n",
+     kNothing},
+    {"ALengthThatIsNone", "HTTP/1.1 200 OK\r\nContent-Length: lots\r\n\r\n9.9", kNothing},
+    {"ANegativeLength", "HTTP/1.1 200 OK\r\nContent-Length: -3\r\n\r\n9.9", kNothing},
+    {"Garbage", "\x01\x02garbage\r\n\r\n9.9", kNothing},
+    {"ABodyWithoutAHead", "9.9", kNothing},
+    {"AGamesGreeting", "Welcome!\r\nBy what name are you known?", kNothing},
+    {"AHeadWithoutEnd", "HTTP/1.1 200 OK\r\nX: " + std::string(2'000'000, 'x'), kNothing},
+    {"TheLargestBody", Ok(std::string(64 * 1024, '1')), std::string(64 * 1024, '1')},
+    {"OneByteMore", Ok(std::string(64 * 1024 + 1, '1')), kNothing},
+    {"AMegabyte", Ok(std::string(1024 * 1024, '1')), kNothing},
+    {"AMegabyteThatWasNotAnnounced", "HTTP/1.0 200 OK\r\n\r\n" + std::string(1024 * 1024, '1'),
+     kNothing},
+};
+
+INSTANTIATE_TEST_SUITE_P(Inet, InetAnswers, testing::ValuesIn(kAnswers),
+                         [](const auto& row) { return row.param.Name; });
+
+// Answers the paths /0, /1, … with one redirection each, and the last with the body.
+class Hops : public WebServer {
+public:
+    explicit Hops(int count)
+        : WebServer([count](const Visit& visit) {
+              const int hop = std::stoi(visit.Path.substr(1));
+              visit.Send(hop < count ? Redirect("/" + std::to_string(hop + 1)) : Ok("1.3"));
+          }) {}
+};
+
+TEST(Inet, FollowsFiveRedirections) {
+    const Hops server(5);
+    EXPECT_EQ(OpenURL(server.Root() + "/0"), "1.3");
+    EXPECT_EQ(server.Paths().size(), 6u);
+}
+
+TEST(Inet, DoesNotFollowASixth) {
+    const Hops server(6);
+    EXPECT_EQ(OpenURL(server.Root() + "/0"), kNothing);
+    EXPECT_EQ(server.Paths().size(), 6u);
+}
+
+TEST(Inet, FollowsARedirectionToAnotherServer) {
+    const WebServer other(Ok("1.3"));
+    const WebServer server(Redirect(other.Root() + "/there"));
+    EXPECT_EQ(OpenURL(server.Root()), "1.3");
+    EXPECT_EQ(other.Paths(), std::vector<std::string>{"/there"});
+}
+
+TEST(Inet, IsNotLedToAFileOfThisMachine) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("version"));
+    ASSERT_TRUE(file.open(QFile::WriteOnly));
+    file.write("9.9");
+    file.close();
+    const std::string address = "file://" + file.fileName().toStdString();
+    EXPECT_EQ(OpenURL(WebServer(Redirect(address)).Root()), kNothing);
+    EXPECT_EQ(OpenURL(address), kNothing);
+}
+
+class InetSchemes : public testing::TestWithParam<const char*> {};
+
+TEST_P(InetSchemes, AreRefusedWithoutAVisit) {
+    const WebServer other(Ok("9.9"));
+    const std::string address = std::string(GetParam()) + "://" + other.Host() + "/x";
+    EXPECT_EQ(OpenURL(WebServer(Redirect(address)).Root()), kNothing);
+    EXPECT_EQ(OpenURL(address), kNothing);
+    EXPECT_TRUE(other.Paths().empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Inet, InetSchemes,
+                         testing::Values("ftp", "gopher", "dict", "telnet", "tftp", "nonsense"),
+                         [](const auto& scheme) { return std::string(scheme.param); });
+
+TEST(Inet, HasNothingWithoutAServer) {
+    std::string gone;
+    {
+        const WebServer server(Ok("1.3"));
+        gone = server.Root();
+    }
+    EXPECT_EQ(OpenURL(gone), kNothing);
+}
+
+TEST(Inet, HasNothingForAnAddressThatIsNone) {
+    for (const char* address : {"", " ", "http://", "http://[", "http://127.0.0.1:99999/", "\xFF"})
+        EXPECT_EQ(OpenURL(address), kNothing) << address;
+}
+
+// Cut off inside its head, an answer counts as one without a body, as an empty version file does.
+TEST(Inet, NeverGivesAPartOfAnAnswerThatIsCutOff) {
+    const std::string answer = Ok("1.30");
+    std::atomic<std::size_t> length = 0;
+    const WebServer server([&](const WebServer::Visit& visit) {
+        visit.Send(std::string_view(answer).substr(0, length));
+    });
+    const std::size_t head = answer.find("\r\n\r\n") + 4;
+    for (; length < answer.size(); ++length) {
+        const Body body = OpenURL(server.Root());
+        EXPECT_TRUE(body == kNothing || (length < head && body == "")) << answer.substr(0, length);
+    }
+    EXPECT_EQ(OpenURL(server.Root()), "1.30");
+}
+
+TEST(Inet, PutsAnAnswerTogetherWhereverItIsSplit) {
+    const std::string_view answer = "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\n1.30";
+    std::atomic<std::size_t> length = 0;
+    const WebServer server([&](const WebServer::Visit& visit) {
+        const std::size_t split = length;
+        visit.Send(answer.substr(0, split));
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        visit.Send(answer.substr(split));
+    });
+    for (; length <= answer.size(); ++length)
+        EXPECT_EQ(OpenURL(server.Root()), "1.30") << length;
+}
+
+TEST(Inet, GivesAServerThatDripsThreeSeconds) {
+    const WebServer server([](const WebServer::Visit& visit) {
+        visit.Send("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n");
+        for (int i = 0; i < 1000 && visit.Send("1"); ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    });
+    QElapsedTimer clock;
+    clock.start();
+    EXPECT_EQ(OpenURL(server.Root()), kNothing);
+    EXPECT_GE(clock.elapsed(), 2900);
+    EXPECT_LT(clock.elapsed(), 4500);
+}
+
+} // namespace
+} // namespace mw

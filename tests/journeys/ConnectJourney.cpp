@@ -1,0 +1,89 @@
+// Starts that connect at once, to a game of the list or to a new one.
+#include "Files.h"
+#include "Journey.h"
+#include "Wait.h"
+
+#include <QDir>
+
+namespace journey {
+namespace {
+
+std::string Game(const std::string& name, const std::string& address, const std::string& port) {
+    return "[Mud]\r\nMud=" + name + "\r\nAddy=" + address + "\r\nPort=" + port +
+           "\r\nSndD=False\r\nSndM=False\r\nMsp=False\r\nSndW=False\r\n";
+}
+
+class ConnectAtStart : public ServerJourney {
+protected:
+    std::string List() const { return FileText(Player.Home + "/Data/muds.lst"); }
+
+    void ConnectTo(const QString& game) {
+        Player.Start({"--connect", game});
+        Server.WaitForPlayer();
+        Player.Enter("look");
+        Server.Expect("look\r");
+    }
+
+    void Stop() {
+        Player.ExitByMenu();
+        ASSERT_EQ(Player.WaitForEnd(), 0);
+    }
+
+    const std::string Built = Game("Quillmere", "127.0.0.1", "1234");
+};
+
+TEST_F(ConnectAtStart, AddsAnOrdinaryGameOnce) {
+    const std::string added =
+        Built + Game("127.0.0.1", "127.0.0.1", Server.PortText().toStdString()) + "[End]\r\n";
+    ConnectTo(Server.Address());
+    EXPECT_EQ(List(), added);
+    EXPECT_TRUE(QDir(Player.Home + "/127.0.0.1/sounds").exists());
+    Stop();
+    ConnectTo(Server.Address());
+    Stop();
+    EXPECT_EQ(List(), added);
+    ConnectTo("127.0.0.1"); // now the name of a game
+    Stop();
+    EXPECT_EQ(List(), added);
+}
+
+struct Wrong {
+    const char* Name;
+    const char* Game;
+};
+
+void PrintTo(const Wrong& row, std::ostream* out) { *out << row.Name; }
+
+class ConnectAtStartToNothing : public ConnectAtStart,
+                                public ::testing::WithParamInterface<Wrong> {};
+
+TEST_P(ConnectAtStartToNothing, IsToldAndTheClientCanBeUsed) {
+    const std::string list =
+        Built + Game("Far", "127.0.0.1", Server.PortText().toStdString()) + "[End]\r\n";
+    PutFile(Player.Home + "/Data/muds.lst", list);
+    Player.Launch({"--connect", GetParam().Game});
+    WaitFor("the box", [this] { return !Player.Boxes().isEmpty(); });
+    Moment("1-told");
+    Player.AnswerBox();
+    Player.WaitForFrame();
+    EXPECT_EQ(List(), list);
+    Player.ClickToolbar(Chooser);
+    Player.Press({"Down", "Return"});
+    Player.ClickToolbar(ConnectButton);
+    Server.WaitForPlayer();
+    Player.Enter("look");
+    Server.Expect("look\r");
+    Stop();
+    EXPECT_EQ(List(), list);
+}
+
+const Wrong kWrong[] = {
+    {"AnUnknownName", "Nowhere"},
+    {"APortThatDoesNotFit", "127.0.0.1:99999"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, ConnectAtStartToNothing, ::testing::ValuesIn(kWrong),
+                         [](const auto& row) { return row.param.Name; });
+
+} // namespace
+} // namespace journey

@@ -1,0 +1,127 @@
+// A newer version is announced: the prompt beside the start, the answer kept, the web site opened.
+#include "Files.h"
+#include "Journey.h"
+#include "Wait.h"
+#include "World.h"
+
+#include <QFile>
+#include <QHostAddress>
+#include <QNetworkProxy>
+#include <QSettings>
+#include <QTcpServer>
+
+namespace journey {
+namespace {
+
+constexpr const char* kPrompt = "^New Version$";
+
+class Update : public Journey {
+protected:
+    Update() {
+        const QString browser = Player.Folder.filePath("bin/xdg-open");
+        PutFile(browser, "#!/bin/sh\nprintf %s \"$1\" > '" + Opened.toStdString() + "'\n");
+        QFile::setPermissions(browser, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        Player.Set("PATH", Player.Folder.filePath("bin") + ':' + qEnvironmentVariable("PATH"));
+        Player.Set("QUILLMERE_WEB_ROOT", Town.WebRoot);
+    }
+
+    QString Kept(const QString& key) const {
+        const QSettings settings(Player.Folder.filePath("config/Quillmere/MwClient.conf"),
+                                 QSettings::IniFormat);
+        return settings.value("Update/" + key).toString();
+    }
+
+    void Answer(const QStringList& keys) {
+        Player.TakeKeys(kPrompt);
+        Player.Press(keys);
+        Player.WaitToClose(kPrompt);
+    }
+
+    void Stop() {
+        Player.TakeKeys(Client::kFrame);
+        Player.ExitByMenu();
+        ASSERT_EQ(Player.WaitForEnd(), 0);
+    }
+
+    World Town{{.ClientVersion = "9.5"}};
+    const QString Opened = Player.Folder.filePath("opened"); // what the browser was told to open
+};
+
+TEST_F(Update, IsAnsweredWithYesAndAskedAgainAtTheNextStart) {
+    Player.Launch();
+    WaitFor("the prompt", [this] { return !Player.Windows(kPrompt).isEmpty(); });
+    EXPECT_TRUE(Player.ShowsSplash());
+    EXPECT_TRUE(Player.Windows(Client::kFrame).isEmpty());
+    Player.TakeKeys(kPrompt);
+    Moment("1-prompt");
+    Player.WaitForFrame();
+    Moment("2-frame");
+    EXPECT_EQ(Kept("Version"), "");
+    Answer({"alt+d", "alt+y"}); // don't show again, yes
+    WaitFor("the browser", [this] { return FileText(Opened) == Town.WebRoot.toStdString(); });
+    EXPECT_EQ(Kept("Version"), "9.5");
+    EXPECT_EQ(Kept("Check"), "0");
+    Stop();
+
+    Player.Launch(); // meant: whatever was ticked
+    WaitFor("the prompt again", [this] { return !Player.Windows(kPrompt).isEmpty(); });
+}
+
+TEST_F(Update, IsAnsweredWithNoWhileTheStartGoesOn) {
+    Player.Launch();
+    Answer({"alt+n"});
+    EXPECT_TRUE(Player.ShowsSplash());
+    EXPECT_EQ(Kept("Version"), "9.5");
+    EXPECT_EQ(Kept("Check"), "1");
+    Player.WaitForFrame();
+    EXPECT_TRUE(Player.Windows(kPrompt).isEmpty());
+    EXPECT_FALSE(QFile::exists(Opened));
+    Stop();
+}
+
+TEST_F(Update, LeftUnansweredDoesNotHoldUpTheStop) {
+    Player.Launch();
+    Player.WaitForFrame();
+    Player.Process.terminate();
+    EXPECT_EQ(Player.WaitForEnd(), 0);
+    EXPECT_EQ(Kept("Version"), "");
+    EXPECT_FALSE(QFile::exists(Opened));
+}
+
+struct Page {
+    const char* Name;
+    const char* Published;
+};
+
+void PrintTo(const Page& row, std::ostream* out) { *out << row.Name; }
+
+class NoUpdate : public Journey, public ::testing::WithParamInterface<Page> {};
+
+TEST_P(NoUpdate, StartsWithoutAPrompt) {
+    World town{{.ClientVersion = GetParam().Published}};
+    Player.Set("QUILLMERE_WEB_ROOT", town.WebRoot);
+    Player.Launch();
+    Player.WaitForFrame();
+    EXPECT_TRUE(Player.Windows(kPrompt).isEmpty());
+    EXPECT_TRUE(Player.Boxes().isEmpty());
+}
+
+const Page kPages[] = {{"TheSameVersion", "1.0"}, {"NoNumber", "<html>9.5</html>"}};
+
+INSTANTIATE_TEST_SUITE_P(Rows, NoUpdate, ::testing::ValuesIn(kPages),
+                         [](const auto& row) { return row.param.Name; });
+
+TEST_F(Update, OfAServerThatNeverAnswersIsNotWaitedForLong) {
+    QTcpServer mute;
+    mute.setProxy(QNetworkProxy::NoProxy);
+    ASSERT_TRUE(mute.listen(QHostAddress::LocalHost));
+    Player.Set("QUILLMERE_WEB_ROOT", QStringLiteral("http://127.0.0.1:%1").arg(mute.serverPort()));
+    Player.Launch();
+    WaitFor("the client to ask", [&mute] { return mute.hasPendingConnections(); });
+    Player.WaitForFrame();
+    EXPECT_TRUE(Player.Windows(kPrompt).isEmpty());
+    Stop();
+}
+
+} // namespace
+} // namespace journey

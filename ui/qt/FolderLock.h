@@ -1,0 +1,12 @@
+// One client at a time keeps its files in an application folder.
+#pragma once
+
+#include <QString>
+
+namespace mw {
+
+// Takes folder, which exists, for this program until it ends, however it ends. False when another
+// one has it. True too where the file system knows no locks.
+bool LockFolder(const QString& folder);
+
+} // namespace mw
