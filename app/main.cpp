@@ -39,11 +39,14 @@ void TakeFolder(const QString& folder) {
                         "macros, triggers, aliases and sounds stay as they are.");
 }
 
+bool StopIsAsked = false; // perhaps before there is an event loop to leave
+
 // What the system asks for by a signal. A stop that is under way goes on; before the main frame is
 // there nothing has to be saved.
 void Stop() {
     if (mw::SavingMode)
         return;
+    StopIsAsked = true;
     if (mw::FrameIsShown())
         mw::UnloadFrame();
     else
@@ -77,6 +80,8 @@ int main(int argc, char* argv[]) {
         mw::FinishSaving();
     });
     TakeFolder(ChooseApplicationFolder(parser.value(home)));
+    if (StopIsAsked) // while the box was open
+        return 0;
     if (!mw::RunAtStart(mw::StartProgram))
         return 1;
     const int status = QApplication::exec();
