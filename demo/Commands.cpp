@@ -2,6 +2,7 @@
 
 #include "Life.h"
 #include "Login.h"
+#include "Sounds.h"
 #include "World.h"
 
 #include <algorithm>
@@ -36,9 +37,9 @@ void Say(World& world, Player& player, std::string_view words) {
 void Who(World& world, Player& player, std::string_view) {
     Tell(player, NoticeColour, "In Quillmere at this hour:");
     for (const auto& [id, other] : world.players) {
-        const Room& room = Rooms()[static_cast<std::size_t>(other.room)];
         if (other.stage == Stage::Playing)
-            Tell(player, PeopleColour, "  " + other.name + ", " + std::string(room.title));
+            Tell(player, PeopleColour,
+                 "  " + other.name + ", " + std::string(RoomAt(other.room).title));
     }
 }
 
@@ -72,14 +73,15 @@ void Score(World&, Player& player, std::string_view) {
         Tell(player, ProseColour, "You look in through a window of type " + player.terminal + '.');
 }
 
+std::string LastWord(std::string_view thing) { return Lower(thing.substr(thing.rfind(' ') + 1)); }
+
 bool IsBread(std::string_view thing) {
-    const std::string last = Lower(thing.substr(thing.rfind(' ') + 1));
+    const std::string last = LastWord(thing);
     return last == "bread" || last == "loaf";
 }
 
 void Get(World&, Player& player, std::string_view thing) {
-    const bool hasBread = Rooms()[static_cast<std::size_t>(player.room)].hasBread;
-    if (!hasBread || !IsBread(thing)) {
+    if (!RoomAt(player.room).has.bread || !IsBread(thing)) {
         Tell(player, ProseColour, "You see no such thing to take.");
     } else if (player.loaves == MaxLoaves) {
         Tell(player, ProseColour, "The baker looks at your full pockets until you put it back.");
@@ -96,6 +98,16 @@ void Eat(World& world, Player& player, std::string_view thing) {
         Tell(player, ProseColour, "You can eat bread, and only bread. It is a plain town.");
 }
 
+void Ring(World& world, Player& player, std::string_view thing) {
+    const bool isBell = thing.empty() || LastWord(thing) == "bell";
+    if (!RoomAt(player.room).has.bell || !isBell)
+        Tell(player, ProseColour, "There is no such thing to ring here.");
+    else
+        RingBell(world, player);
+}
+
+void Sounds(World& world, Player& player, std::string_view) { ShowSounds(world, player); }
+
 void Quit(World& world, Player& player, std::string_view) {
     Tell(player, NoticeColour, "Good-bye, " + player.name + ". The geese will remember you.");
     Leave(world, player, "takes the road out of town.");
@@ -109,6 +121,8 @@ constexpr Command kCommands[] = {
     {"score", "sc", Score, "see how you are"},
     {"get", "take", Get, R"("get bread" where some lies ready)"},
     {"eat", "", Eat, R"("eat bread" stills the hunger and heals a little)"},
+    {"ring", "", Ring, R"("ring bell" where one hangs)"},
+    {"sounds", "", Sounds, "have your client play all that there is to hear"},
     {"help", "?", Help, "read this"},
     {"quit", "", Quit, "leave the world"},
 };

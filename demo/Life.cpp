@@ -1,8 +1,10 @@
 #include "Life.h"
 
+#include "Sounds.h"
 #include "World.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 
 namespace world {
@@ -23,6 +25,17 @@ constexpr BlowWords kBlows[] = {
     {2, "You hit ", " hits ", " bites "},
     {1, "You graze ", " grazes ", " nips "},
     {0, "You swing at thin air beside ", " misses ", " snaps and misses "},
+};
+
+struct Weather {
+    std::string_view text;
+    Cue cue;
+};
+
+// The roll of a dice with a side for each.
+constexpr Weather kWeathers[] = {
+    {"Rain comes over the mere in long grey lines, and goes.", {Sound::Rain, 60, 40}},
+    {"Far out above the mere the thunder turns over in its bed.", {Sound::Thunder, 80, 60}},
 };
 
 const BlowWords& WordsFor(int taken) {
@@ -131,6 +144,18 @@ void LetReturn(World& world, Creature& creature) {
              Begin(creature.kind->name) + " is back, and bears a grudge.");
 }
 
+void LetWeather(World& world) {
+    if (++world.beatsSinceWeather < BeatsOfFairWeather || world.roll(WeatherSides) != 0)
+        return;
+    world.beatsSinceWeather = 0;
+    const Weather& weather =
+        kWeathers[static_cast<std::size_t>(world.roll(static_cast<int>(std::size(kWeathers))))];
+    for (auto& [id, player] : world.players) {
+        if (player.stage == Stage::Playing && RoomAt(player.room).has.sky)
+            TellWithSound(world, player, ProseColour, weather.text, weather.cue);
+    }
+}
+
 } // namespace
 
 void Attack(World& world, Player& player, std::string_view target) {
@@ -158,6 +183,16 @@ void EatBread(World& world, Player& player) {
     player.life = std::min(player.life + LifeOfALoaf, MaxLife);
     Tell(player, HungerColour, "You eat a loaf to the last crumb. The day looks better.");
     TellRoom(world, player.room, player.id, PeopleColour, player.name + " eats a loaf of bread.");
+}
+
+void RingBell(World& world, const Player& player) {
+    constexpr Cue cue{Sound::Bell, 90, 60};
+    for (auto& [id, each] : world.players) {
+        if (each.stage != Stage::Playing || each.room != player.room)
+            continue;
+        const std::string who = id == player.id ? "You ring" : player.name + " rings";
+        TellWithSound(world, each, NoticeColour, who + " the bell. It hums on for a while.", cue);
+    }
 }
 
 bool IsHungry(const Player& player) { return player.beatsSinceMeal >= BeatsUntilHungry; }
@@ -189,6 +224,7 @@ void Beat(World& world) {
     }
     for (Creature& creature : world.creatures)
         LetReturn(world, creature);
+    LetWeather(world);
 }
 
 } // namespace world

@@ -1,5 +1,5 @@
-// What time does to those who live in the world: rounds of fights, hunger, healing, rats that
-// return.
+// What happens to those who live in the world: rounds of fights, hunger, healing, rats that return,
+// weather, and the sound of a bell.
 //
 // The server calls Round while someone fights and Beat while someone plays; neither looks at a
 // clock.
@@ -13,9 +13,11 @@ struct Player;
 struct World;
 
 inline constexpr int BeatsUntilHungry = 4;
-inline constexpr int BeatsBetweenPangs = 2; // from one "You are hungry." to the next
-inline constexpr int BeatsUntilBack = 2;    // that a beaten creature stays away
-inline constexpr int WeakLife = 6;          // at or below it a player feels weak
+inline constexpr int BeatsBetweenPangs = 2;   // from one "You are hungry." to the next
+inline constexpr int BeatsUntilBack = 2;      // that a beaten creature stays away
+inline constexpr int BeatsOfFairWeather = 10; // at least, from one rain or thunder to the next
+inline constexpr int WeatherSides = 4;        // of the dice that decides on each beat after these
+inline constexpr int WeakLife = 6;            // at or below it a player feels weak
 inline constexpr int LifeOfALoaf = 5;
 
 // Sets the player on a creature of the room whose name ends in the last word of target.
@@ -23,6 +25,9 @@ void Attack(World& world, Player& player, std::string_view target);
 
 // Eats one loaf: stills the hunger and heals a little. Says so when there is none.
 void EatBread(World& world, Player& player);
+
+// The player rings the bell of the room, for everyone there to hear.
+void RingBell(World& world, const Player& player);
 
 bool IsHungry(const Player& player);
 
@@ -33,7 +38,8 @@ bool AnyonePlays(const World& world);
 // start.
 void Round(World& world);
 
-// One slow step: hunger grows, those who are fed and at peace heal, creatures come back.
+// One slow step: hunger grows, those who are fed and at peace heal, creatures come back, and now
+// and then those under the sky have rain or thunder.
 void Beat(World& world);
 
 } // namespace world

@@ -4,6 +4,7 @@
 #include "Life.h"
 #include "Login.h"
 #include "Ports.h"
+#include "Sounds.h"
 
 #include <algorithm>
 #include <iostream>
@@ -60,6 +61,10 @@ Server::Server(const Settings& chosen) : settings(chosen) {
 bool Server::Listen() { return ListenAt(listener, settings.port); }
 
 int Server::Port() const { return listener.serverPort(); }
+
+void Server::OfferSoundsAt(int httpPort) {
+    world.soundRoot = "http://127.0.0.1:" + std::to_string(httpPort) + std::string(SoundPath);
+}
 
 bool Server::FightTimerRuns() const { return fightTimer.isActive(); }
 
@@ -172,7 +177,7 @@ void Server::Send(int id, Connection& connection) {
     Player& player = world.players.at(id);
     const std::string negotiation = std::exchange(connection.negotiation, {}) +
                                     HideTyping(connection.telnet, player.stage == Stage::Password);
-    const std::string lines = std::exchange(player.lines, {});
+    const std::string lines = WithoutMistakableWaves(std::exchange(player.lines, {}));
     const bool wantsPrompt = std::exchange(player.wantsPrompt, false) || !lines.empty();
     const std::string prompt = wantsPrompt ? PromptOf(player) : std::string{};
     const bool isEmpty = negotiation.empty() && lines.empty() && prompt.empty();

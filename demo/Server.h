@@ -43,6 +43,9 @@ public:
 
     int Port() const;
 
+    // From now on sounds are asked for with addresses of the web server at this port.
+    void OfferSoundsAt(int httpPort);
+
     // The timers run only while they can change something.
     bool FightTimerRuns() const;
     bool BeatTimerRuns() const;

@@ -1,5 +1,7 @@
 #include "Site.h"
 
+#include "Sounds.h"
+
 namespace world {
 namespace {
 
@@ -60,10 +62,15 @@ std::string Home(int gamePort) {
 } // namespace
 
 Pages Site(int gamePort, const std::string& clientVersion) {
-    return {
+    Pages pages = {
         {std::string(HomePath), {"text/html; charset=utf-8", Home(gamePort)}},
         {std::string(VersionPath), {"text/plain; charset=utf-8", clientVersion}},
     };
+    for (const SoundFile& file : SoundFiles()) {
+        pages[std::string(SoundPath) + std::string(file.name)] = {std::string(file.type),
+                                                                  file.make()};
+    }
+    return pages;
 }
 
 } // namespace world

@@ -1,5 +1,5 @@
-// The pages of the world's web server: a home page that says how to come in, and the version of the
-// client that is published, which clients look up to learn of a newer one.
+// The pages of the world's web server: a home page that says how to come in, the version of the
+// client that is published, which clients look up to learn of a newer one, and the sounds.
 #pragma once
 
 #include "Http.h"
@@ -13,7 +13,7 @@ inline constexpr std::string_view HomePath = "/";
 inline constexpr std::string_view VersionPath = "/client/clientver.txt";
 
 // The pages of a world whose game listens on this port. The version is published to the byte: a
-// line end would be part of it.
+// line end would be part of it. Makes the sounds, which takes some hundredths of a second.
 Pages Site(int gamePort, const std::string& clientVersion);
 
 } // namespace world

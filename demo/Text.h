@@ -1,7 +1,8 @@
 // The look of the world: colours, lines, and the frame of a message.
 //
 // Everything a player reads is built here. A line always begins with its colour, because the client
-// checks its triggers once per colour run. A message is what one write to a socket carries.
+// checks its triggers once per colour run; only what asks for a sound (Sounds.h) has none. A
+// message is what one write to a socket carries.
 #pragma once
 
 #include <cstddef>

@@ -73,6 +73,7 @@ void WebServer::Receive(QTcpSocket* socket) {
     connection.isAnswered = true;
     connection.limit->start();
     // Flushed at once: after the end of what a client sends, Qt drops what it still has to write.
+    // The system takes several times the largest page at once.
     socket->write(answer->data(), static_cast<qint64>(answer->size()));
     socket->flush();
 }

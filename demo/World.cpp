@@ -1,5 +1,7 @@
 #include "World.h"
 
+#include "Sounds.h"
+
 namespace world {
 namespace {
 
@@ -7,8 +9,6 @@ namespace {
 const DirectionRow& RowOf(Direction direction) {
     return Directions()[static_cast<std::size_t>(direction)];
 }
-
-const Room& RoomAt(int room) { return Rooms()[static_cast<std::size_t>(room)]; }
 
 std::string ExitsOf(int room) {
     std::string exits;
@@ -20,6 +20,8 @@ std::string ExitsOf(int room) {
 }
 
 } // namespace
+
+const Room& RoomAt(int room) { return Rooms()[static_cast<std::size_t>(room)]; }
 
 void Populate(World& world) {
     for (const Kind& kind : Kinds())
@@ -101,6 +103,9 @@ void Walk(World& world, Player& player, Direction way) {
     TellRoom(world, player.room, player.id, PeopleColour,
              player.name + " arrives from " + std::string(RowOf(row.opposite).whence) + '.');
     LookAround(world, player);
+    if (RoomAt(player.room).has.piano)
+        TellWithSound(world, player, ProseColour, "The piano begins to play, rather slowly.",
+                      {Sound::Tune, 70, 50});
 }
 
 std::string PromptOf(const Player& player) {

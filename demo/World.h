@@ -39,10 +39,17 @@ struct DirectionRow {
     std::string_view whence; // "Ada arrives from ..." of one who comes from there
 };
 
+struct Features {
+    bool sky = false; // it lies in the open, under the weather
+    bool bread = false;
+    bool bell = false;
+    bool piano = false;
+};
+
 struct Room {
     std::string_view title;
     std::string_view prose;
-    bool hasBread = false;
+    Features has = {};
 };
 
 // One way between two rooms. It is walked back by the opposite direction.
@@ -94,6 +101,8 @@ struct World {
     std::map<std::string, std::string> passwords; // by name, for this run only
     std::vector<Creature> creatures;              // never grows or shrinks: players point into it
     std::function<int(int)> roll;                 // a number from 0 up to below its argument
+    std::string soundRoot; // the address of every sound up to its name; empty while none is served
+    int beatsSinceWeather = 0;
 };
 
 // The tables.
@@ -104,6 +113,9 @@ std::span<const Kind> Kinds();
 
 // Fills a new world with its creatures. Players point into it, so it is filled where it stays.
 void Populate(World& world);
+
+// The room that the number stands for.
+const Room& RoomAt(int room);
 
 // The room one comes to, or nothing when there is no way.
 std::optional<int> RoomTo(int room, Direction way);

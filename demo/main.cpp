@@ -102,7 +102,9 @@ int main(int argc, char** argv) {
     }
     world::WebServer web(world::Site(server.Port(), options->clientVersion));
     const bool hasPages = web.Listen(options->httpPort);
-    if (!hasPages)
+    if (hasPages)
+        server.OfferSoundsAt(web.Port());
+    else
         std::cerr << "Port " << options->httpPort
                   << " is taken: the game goes on without its web pages\n";
     QSocketNotifier stop(stopSignals, QSocketNotifier::Read);

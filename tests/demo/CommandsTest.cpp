@@ -8,12 +8,14 @@
 namespace world {
 namespace {
 
-int RoomWithBread() {
+int RoomWith(bool Features::*feature) {
     int room = 0;
-    while (!Rooms()[static_cast<std::size_t>(room)].hasBread)
+    while (!(RoomAt(room).has.*feature))
         ++room;
     return room;
 }
+
+int RoomWithBread() { return RoomWith(&Features::bread); }
 
 TEST(WorldCommands, EveryDirectionWalksByWordAndByLetters) {
     for (const DirectionRow& row : Directions()) {
@@ -116,8 +118,8 @@ TEST(WorldCommands, HelpNamesEveryWordInColour) {
     Scene scene;
     Player& ada = scene.Join("Ada");
     const std::string help = scene.Type(ada, "help");
-    for (const char* word : {"look", "say", "who", "kill", "attack", "score", "get", "eat", "quit",
-                             "northeast", "(ne)"})
+    for (const char* word : {"look", "say", "who", "kill", "attack", "score", "get", "eat", "ring",
+                             "sounds", "quit", "northeast", "(ne)"})
         EXPECT_TRUE(Contains(help, word)) << word;
     EXPECT_TRUE(EveryLineHasItsColour(help));
 }
@@ -174,6 +176,66 @@ TEST(WorldCommands, EatingBreadStillsHungerAndHeals) {
     EXPECT_TRUE(Contains(scene.Type(ada, "eat goose"), "only bread"));
 }
 
+TEST(WorldCommands, RingingTheBellIsReadAndHeardByTheRoomAlone) {
+    Scene scene;
+    scene.world.soundRoot = "http://127.0.0.1:8080/sounds/";
+    Player& ada = scene.Join("Ada");
+    Player& bob = scene.Join("Bob");
+    Player& far = scene.Join("Far");
+    ada.room = bob.room = RoomWith(&Features::bell);
+    Player& atTheGate = scene.Connect();
+    atTheGate.room = ada.room;
+    const std::string trigger =
+        "!!SOUND(bell.wav V=90 P=60 U=http://127.0.0.1:8080/sounds/bell.wav )\r\n";
+    EXPECT_EQ(scene.Type(ada, "ring"),
+              "\x1b[0;1;37mYou ring the bell. It hums on for a while.\r\n" + trigger);
+    EXPECT_EQ(Scene::Read(bob),
+              "\x1b[0;1;37mAda rings the bell. It hums on for a while.\r\n" + trigger);
+    EXPECT_EQ(Scene::Read(far), "");
+    EXPECT_EQ(Scene::Read(atTheGate), "");
+}
+
+TEST(WorldCommands, ABellIsRungByItsNameToo) {
+    for (const char* line : {"ring bell", "RING the brass Bell", "ring  bell "}) {
+        Scene scene;
+        Player& ada = scene.Join("Ada");
+        ada.room = RoomWith(&Features::bell);
+        EXPECT_TRUE(Contains(scene.Type(ada, line), "!!SOUND(bell.wav ")) << line;
+    }
+}
+
+TEST(WorldCommands, NothingElseIsRungAndNoBellWhereNoneHangs) {
+    Scene scene;
+    Player& ada = scene.Join("Ada");
+    const std::string refusal = Line(ProseColour, "There is no such thing to ring here.");
+    for (const char* line : {"ring", "ring bell"})
+        EXPECT_EQ(scene.Type(ada, line), refusal) << line;
+    ada.room = RoomWith(&Features::bell);
+    for (const char* line : {"ring goose", "ring bells", "ring bell twice", "ring doorbell"})
+        EXPECT_EQ(scene.Type(ada, line), refusal) << line;
+}
+
+TEST(WorldCommands, SoundsAreShownToTheOneWhoAsks) {
+    Scene scene;
+    Player& ada = scene.Join("Ada");
+    Player& bob = scene.Join("Bob");
+    const std::string read = scene.Type(ada, "sounds");
+    for (const char* trigger : {"\r\n!!SOUND(", "\r\n!!MUSIC("})
+        EXPECT_TRUE(Contains(read, trigger)) << trigger;
+    EXPECT_EQ(Scene::Read(bob), "");
+}
+
+TEST(WorldCommands, AtTheGateNoWordAsksForASound) {
+    for (const char* line : {"sounds", "ring bell"}) {
+        Scene scene;
+        Player& player = scene.Connect();
+        player.room = RoomWith(&Features::bell);
+        const std::string read = scene.Type(player, line) + scene.Type(player, line);
+        EXPECT_FALSE(read.empty()) << line;
+        EXPECT_FALSE(Contains(read, "!!")) << line;
+    }
+}
+
 TEST(WorldCommands, QuitSaysGoodByeAndLeaves) {
     Scene scene;
     Player& ada = scene.Join("Ada");
@@ -188,7 +250,7 @@ TEST(WorldCommands, EverythingAPlayerReadsHasItsColour) {
     Scene scene;
     Player& ada = scene.Join("Ada");
     for (const char* line : {"look", "who", "help", "score", "kill", "kill rat", "get", "eat",
-                             "say", "say hi", "n", "nw", "xyzzy", "quit"}) {
+                             "say", "say hi", "n", "nw", "ring", "sounds", "xyzzy", "quit"}) {
         const std::string read = scene.Type(ada, line);
         EXPECT_FALSE(read.empty()) << line;
         EXPECT_TRUE(EveryLineHasItsColour(read)) << line;

@@ -47,6 +47,10 @@ const Case kCases[] = {
     {"AQueryWithAPathInIt", "GET /?next=/empty HTTP/1.1\r\n\r\n", kOk, "<p>home</p>"},
     {"AnEmptyQuery", "GET /? HTTP/1.1\r\n\r\n", kOk, "<p>home</p>"},
     {"TwoQuestionMarks", "GET /?a?/ HTTP/1.1\r\n\r\n", kOk, "<p>home</p>"},
+    {"ARangeFromTheBeginning", "GET /bytes HTTP/1.1\r\nRange: bytes=0-\r\n\r\n", kOk,
+     "RIFF\0\r\n\r\n\xff"s},
+    {"ARangeThatIsNotServedOnPurpose", "GET / HTTP/1.1\r\nRange: bytes=3-5\r\n\r\n", kOk,
+     "<p>home</p>"},
     {"FieldsThatAreNone", "GET / HTTP/1.1\r\n: : :\r\n\xff\0\r\n\r\n"s, kOk, "<p>home</p>"},
     {"FieldsThatAskToStay", "GET / HTTP/1.1\r\nConnection: keep-alive\r\n\r\n", kOk, "<p>home</p>"},
 

@@ -226,6 +226,76 @@ TEST(WorldBeat, OneWhoIsStillAtTheGateDoesNotHunger) {
     EXPECT_FALSE(AnyonePlays(scene.world));
 }
 
+// Ada outdoors and Bob in the cellar, neither of whom ever hungers.
+struct Sky : Scene {
+    Player& ada = Join("Ada");
+    Player& bob = Join("Bob");
+
+    Sky() { bob.room = Kinds()[0].room; }
+
+    // What Ada reads of one beat.
+    std::string NextBeat() {
+        ada.beatsSinceMeal = bob.beatsSinceMeal = 0;
+        Beat(world);
+        return Read(ada);
+    }
+
+    std::string Beats(int count) {
+        std::string read;
+        for (int beat = 0; beat < count; ++beat)
+            read += NextBeat();
+        return read;
+    }
+};
+
+TEST(WorldWeather, ComesAsRainAfterTenFairBeats) {
+    Sky sky;
+    EXPECT_EQ(sky.Beats(9), "");
+    EXPECT_EQ(sky.NextBeat(), "\x1b[0;37mRain comes over the mere in long grey lines, and goes.\r\n"
+                              "!!SOUND(rain.wav V=60 P=40 )\r\n");
+    EXPECT_EQ(Scene::Read(sky.bob), "") << "no rain falls in a cellar";
+}
+
+TEST(WorldWeather, ComesAsThunderWhenTheDiceSaySo) {
+    Sky sky;
+    sky.world.soundRoot = "http://127.0.0.1:8080/sounds/";
+    sky.world.roll = [](int sides) { return sides == WeatherSides ? 0 : sides - 1; };
+    EXPECT_EQ(sky.Beats(10),
+              "\x1b[0;37mFar out above the mere the thunder turns over in its bed.\r\n"
+              "!!SOUND(thunder.wav V=80 P=60 U=http://127.0.0.1:8080/sounds/thunder.wav )\r\n");
+}
+
+TEST(WorldWeather, IsNeverNearerToTheLastThanTenBeats) {
+    Sky sky;
+    std::string calendar;
+    for (int beat = 1; beat <= 40; ++beat)
+        calendar += sky.NextBeat().empty() ? '-' : 'W';
+    EXPECT_EQ(calendar, "---------W---------W---------W---------W");
+}
+
+TEST(WorldWeather, WaitsForTheDice) {
+    Sky sky;
+    sky.Luck(false);
+    EXPECT_EQ(sky.Beats(100), "");
+    sky.Luck(true);
+    EXPECT_NE(sky.NextBeat(), "");
+}
+
+TEST(WorldWeather, IsTheSameForAllUnderTheSkyAndReachesNobodyAtTheGate) {
+    Sky sky;
+    Player& cy = sky.Join("Cy");
+    Player& atTheGate = sky.Connect();
+    sky.Beats(9);
+    sky.bob.room = StartRoom;
+    cy.lines.clear();
+    cy.beatsSinceMeal = 0;
+    const std::string read = sky.NextBeat();
+    EXPECT_TRUE(Contains(read, "!!SOUND("));
+    EXPECT_EQ(Scene::Read(sky.bob), read);
+    EXPECT_EQ(Scene::Read(cy), read);
+    EXPECT_EQ(Scene::Read(atTheGate), "");
+}
+
 TEST(WorldBeat, HealsThoseWhoAreFedAndAtPeace) {
     Fight fight;
     fight.ada.life = fight.bob.life = 10;

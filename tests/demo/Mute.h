@@ -33,6 +33,9 @@ public:
                              static_cast<ssize_t>(bytes.size());
     }
 
+    // Says that nothing more will be sent, and goes on receiving.
+    void CloseItsHalf() const { ::shutdown(handle, SHUT_WR); }
+
     // What has come after all, up to the end that the other side made. Waits for that end.
     std::string ReadLate() const {
         std::string late;

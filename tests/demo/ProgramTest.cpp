@@ -2,12 +2,15 @@
 #include "Ports.h"
 #include "Reply.h"
 #include "Scene.h"
+#include "Synthesis.h"
 #include "Visitor.h"
 
 #include <csignal>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <string>
+#include <sys/socket.h>
+#include <vector>
 
 #include <QProcess>
 #include <QTcpServer>
@@ -96,6 +99,69 @@ TEST(WorldProgram, PublishesAnyTextAsTheVersion) {
     }
 }
 
+struct Fetched {
+    const char* path;
+    const char* type;
+    std::string (*make)();
+};
+
+void PrintTo(const Fetched& row, std::ostream* out) { *out << row.path; }
+
+class WorldProgramSounds : public ::testing::TestWithParam<Fetched> {};
+
+// As the game client asks for them, and as one that closes its half at once does.
+TEST_P(WorldProgramSounds, AreFetchedWhole) {
+    Program program(kAnyPorts);
+    ASSERT_TRUE(program.Listens());
+    for (const bool closesItsHalf : {false, true}) {
+        Visitor client(program.HttpPort());
+        client.Send("GET " + std::string(GetParam().path) +
+                    " HTTP/1.1\r\nHost: 127.0.0.1\r\nRange: bytes=0-\r\n\r\n");
+        if (closesItsHalf) {
+            ASSERT_TRUE(WaitFor([&] {
+                return client.socket.state() == QTcpSocket::ConnectedState &&
+                       client.socket.bytesToWrite() == 0;
+            }));
+            ::shutdown(static_cast<int>(client.socket.socketDescriptor()), SHUT_WR);
+        }
+        ASSERT_TRUE(client.IsClosed());
+        const std::optional<Reply> reply = ParseReply(client.received);
+        ASSERT_TRUE(reply && IsWhole(*reply)) << closesItsHalf;
+        EXPECT_EQ(reply->status, "200 OK");
+        EXPECT_EQ(reply->fields.at("Content-Type"), GetParam().type);
+        EXPECT_TRUE(reply->body == GetParam().make());
+    }
+}
+
+const Fetched kFetched[] = {
+    {"/sounds/rain.wav", "audio/wav", RainWave},
+    {"/sounds/thunder.wav", "audio/wav", ThunderWave},
+    {"/sounds/bell.wav", "audio/wav", BellWave},
+    {"/sounds/tune.mid", "audio/midi", TuneMidi},
+};
+
+INSTANTIATE_TEST_SUITE_P(All, WorldProgramSounds, ::testing::ValuesIn(kFetched),
+                         [](const auto& row) {
+                             const std::string path = row.param.path;
+                             const std::size_t begin = path.rfind('/') + 1;
+                             return path.substr(begin, path.find('.') - begin);
+                         });
+
+TEST(WorldProgram, ServesEverySoundAtTheAddressItGivesToAPlayer) {
+    Program program(kAnyPorts);
+    ASSERT_TRUE(program.Listens());
+    Visitor ada(program.Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(ada.Type("sounds", "\r\n!!SOUND(bell.wav )\r\n"));
+    const std::vector<std::string> addresses = AddressesIn(ada.received);
+    EXPECT_EQ(addresses.size(), 4U);
+    const std::string root = "http://127.0.0.1:" + std::to_string(program.HttpPort());
+    for (const std::string& address : addresses) {
+        ASSERT_TRUE(address.starts_with(root + "/sounds/")) << address;
+        EXPECT_NE(PageOf(program, address.substr(root.size())), "") << address;
+    }
+}
+
 // The game is there, its pages are not, and one line says why.
 void ExpectGameAlone(Program& program, int takenPort) {
     ASSERT_TRUE(program.Listens());
@@ -105,6 +171,8 @@ void ExpectGameAlone(Program& program, int takenPort) {
     EXPECT_TRUE(WaitFor([&] { return program.log == line; })) << program.log;
     Visitor ada(program.Port());
     EXPECT_TRUE(ada.LogIn("Ada"));
+    EXPECT_TRUE(ada.Type("sounds", "\r\n!!SOUND(bell.wav )\r\n"));
+    EXPECT_EQ(AddressesIn(ada.received), std::vector<std::string>{});
     program.Signal(SIGTERM);
     ASSERT_TRUE(program.Ends());
     EXPECT_EQ(program.process.exitCode(), 0);

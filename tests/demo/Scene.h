@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace world {
 
@@ -57,16 +58,34 @@ inline bool Contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
-// Every line of what a player reads ends in CR LF and begins with a whole colour sequence.
+inline bool IsTrigger(std::string_view line) {
+    return line.starts_with("!!SOUND(") || line.starts_with("!!MUSIC(");
+}
+
+// Every line of what a player reads ends in CR LF and begins with a whole colour sequence. Only a
+// line that asks for a sound has no colour, and such a line follows one that has.
 inline bool EveryLineHasItsColour(std::string_view lines) {
+    bool mayBeTrigger = false;
     while (!lines.empty()) {
         const std::size_t end = lines.find("\r\n");
-        if (end == std::string_view::npos || !lines.starts_with("\x1b[0;") ||
-            lines.find('m') > std::string_view("\x1b[0;1;3").size() + 1)
+        const bool hasColour = lines.starts_with("\x1b[0;") &&
+                               lines.find('m') <= std::string_view("\x1b[0;1;3").size() + 1;
+        if (end == std::string_view::npos || !(hasColour || (mayBeTrigger && IsTrigger(lines))))
             return false;
+        mayBeTrigger = hasColour;
         lines.remove_prefix(end + 2);
     }
     return true;
+}
+
+// What stands between the marks of an address in each line that asks for a sound.
+inline std::vector<std::string> AddressesIn(std::string_view text) {
+    std::vector<std::string> addresses;
+    for (std::size_t at = 0; (at = text.find(" U=", at)) != std::string_view::npos;) {
+        at += 3;
+        addresses.emplace_back(text.substr(at, text.find(' ', at) - at));
+    }
+    return addresses;
 }
 
 } // namespace world

@@ -184,7 +184,8 @@ TEST_F(WorldServer, EveryWriteIsFramedAndEveryLineHasItsColour) {
     Visitor bob(Port());
     ASSERT_TRUE(ada.LogIn("Ada"));
     ASSERT_TRUE(bob.LogIn("Bob"));
-    for (const char* line : {"look", "who", "help", "score", "dance", "say hello", "get bread", ""})
+    for (const char* line :
+         {"look", "who", "help", "score", "dance", "say hello", "get bread", "sounds", ""})
         ASSERT_TRUE(ada.Type(line, "\xff\xf9\r")) << line;
     ada.Send("\xff\xfb\x18\xff\xfd\x03\xff\xfb\x05");
     ASSERT_TRUE(ada.Type("s", "Scribes' Hall"));
@@ -209,6 +210,58 @@ TEST_F(WorldServer, WhatHappensInOneTurnComesInOneWrite) {
     ASSERT_TRUE(ada.Sees("You say: done"));
     ASSERT_EQ(ada.chunks.size(), 1U);
     EXPECT_EQ(ada.chunks[0].find("[20/20] > "), ada.chunks[0].rfind("[20/20] > "));
+}
+
+// From the ferry stage a way leads through three rooms to the piano, short enough for one turn.
+constexpr std::string_view kToThePiano = "nw\rw\rw\ru\r";
+
+TEST_F(WorldServer, AsksForSoundsOnLinesOfTheirOwnBeforeThePrompt) {
+    server->OfferSoundsAt(8081);
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(ada.Type("e", "Paper Market"));
+    ASSERT_TRUE(ada.Type("se", "Ferry Stage"));
+    ASSERT_TRUE(ada.Type("ring", "\xff\xf9\r"));
+    EXPECT_EQ(ada.received,
+              "\r\n\x1b[0;1;37mYou ring the bell. It hums on for a while.\r\n"
+              "!!SOUND(bell.wav V=90 P=60 U=http://127.0.0.1:8081/sounds/bell.wav )\r\n"
+              "\x1b[0;32m[20/20] > \x1b[0;37m\xff\xf9\r");
+}
+
+TEST_F(WorldServer, AsksForSoundsWithoutAnAddressWhileNoneAreServed) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(ada.Type("sounds", "\r\n!!SOUND(bell.wav )\r\n"));
+    EXPECT_TRUE(Contains(ada.received, "\r\n!!MUSIC(tune.mid V=70 P=50 )\r\n"));
+    EXPECT_EQ(AddressesIn(ada.received), std::vector<std::string>{});
+}
+
+TEST_F(WorldServer, LeavesOutTheWaveThatATuneInTheSameWriteWouldTurnIntoMusic) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(ada.Type("e", "Paper Market"));
+    ASSERT_TRUE(ada.Type("se", "Ferry Stage"));
+    ada.chunks.clear();
+    ada.Send("ring\r" + std::string(kToThePiano));
+    ASSERT_TRUE(ada.Sees("!!MUSIC(tune.mid "));
+    ASSERT_EQ(ada.chunks.size(), 1U);
+    EXPECT_TRUE(Contains(ada.chunks[0], "You ring the bell."));
+    EXPECT_FALSE(Contains(ada.chunks[0], "!!SOUND("));
+}
+
+TEST_F(WorldServer, LeavesOutTheWaveThatAnothersSpeechWouldTurnIntoMusic) {
+    Visitor ada(Port());
+    Visitor bob(Port());
+    for (Visitor* visitor : {&ada, &bob}) {
+        ASSERT_TRUE(visitor->LogIn(visitor == &ada ? "Ada" : "Bob"));
+        ASSERT_TRUE(visitor->Type("e", "Paper Market"));
+        ASSERT_TRUE(visitor->Type("se", "Ferry Stage"));
+    }
+    bob.Forget();
+    ada.Send("ring\rsay I like .mid files\r");
+    ASSERT_TRUE(bob.Sees("Ada says: I like .mid files\r\n"));
+    EXPECT_TRUE(Contains(bob.received, "Ada rings the bell."));
+    EXPECT_FALSE(Contains(bob.received, "!!"));
 }
 
 TEST_F(WorldServer, AnOverlongLineLosesItsRestAndNothingElse) {

@@ -1,8 +1,10 @@
 #include "Site.h"
 
 #include "Scene.h"
+#include "Synthesis.h"
 
 #include <gtest/gtest.h>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -35,11 +37,27 @@ std::string TextOf(std::string_view page) {
     return text;
 }
 
-TEST(Site, HasAHomePageAndTheVersion) {
+TEST(Site, HasAHomePageTheVersionAndTheSounds) {
+    const std::map<std::string, std::string> expected = {
+        {"/", "text/html; charset=utf-8"},
+        {"/client/clientver.txt", "text/plain; charset=utf-8"},
+        {"/sounds/bell.wav", "audio/wav"},
+        {"/sounds/rain.wav", "audio/wav"},
+        {"/sounds/thunder.wav", "audio/wav"},
+        {"/sounds/tune.mid", "audio/midi"},
+    };
+    std::map<std::string, std::string> types;
+    for (const auto& [path, page] : Site(1234, "1"))
+        types[path] = page.type;
+    EXPECT_EQ(types, expected);
+}
+
+TEST(Site, ServesEachSoundUnderItsOwnName) {
     const Pages pages = Site(1234, "1");
-    ASSERT_EQ(pages.size(), 2U);
-    EXPECT_EQ(pages.at("/").type, "text/html; charset=utf-8");
-    EXPECT_EQ(pages.at("/client/clientver.txt").type, "text/plain; charset=utf-8");
+    EXPECT_TRUE(pages.at("/sounds/rain.wav").body == RainWave());
+    EXPECT_TRUE(pages.at("/sounds/thunder.wav").body == ThunderWave());
+    EXPECT_TRUE(pages.at("/sounds/bell.wav").body == BellWave());
+    EXPECT_TRUE(pages.at("/sounds/tune.mid").body == TuneMidi());
 }
 
 TEST(Site, TellsHowToComeIn) {

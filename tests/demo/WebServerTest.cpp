@@ -3,6 +3,7 @@
 #include "Mute.h"
 #include "Reply.h"
 #include "Scene.h"
+#include "Synthesis.h"
 #include "Visitor.h"
 
 #include <gtest/gtest.h>
@@ -24,6 +25,7 @@ constexpr milliseconds kShort{150};
 constexpr std::size_t kBigPage = std::size_t{8} << 20; // more than the system takes at once
 
 const std::string kGetHome = "GET / HTTP/1.1\r\nHost: 127.0.0.1\r\n\r\n";
+const std::string kGetSound = "GET /sound HTTP/1.1\r\nRange: bytes=0-\r\n\r\n";
 const std::string kGetBig = "GET /big HTTP/1.1\r\n\r\n";
 
 class WebPages : public ::testing::Test {
@@ -32,6 +34,7 @@ protected:
 
     void Start(milliseconds patience) {
         const Pages pages = {{"/", {"text/html", "<p>home</p>"}},
+                             {"/sound", {"audio/wav", std::string(LargestWave, '\xfe')}},
                              {"/big", {"audio/wav", std::string(kBigPage, '\xff')}}};
         server = std::make_unique<WebServer>(pages, patience);
         ASSERT_TRUE(server->Listen(0));
@@ -111,14 +114,30 @@ TEST_F(WebPages, AreServedToOneWhoSendsByteByByte) {
 }
 
 TEST_F(WebPages, AreServedToOneWhoClosesHisHalfAfterAsking) {
-    Visitor client(Port());
-    client.Send(kGetHome);
-    ASSERT_TRUE(WaitFor([&] {
-        return client.socket.state() == QTcpSocket::ConnectedState &&
-               client.socket.bytesToWrite() == 0;
-    }));
-    ::shutdown(static_cast<int>(client.socket.socketDescriptor()), SHUT_WR);
-    EXPECT_TRUE(IsWhole(ReplyOf(client)));
+    for (const std::string& request : {kGetHome, kGetSound}) {
+        Visitor client(Port());
+        client.Send(request);
+        ASSERT_TRUE(WaitFor([&] {
+            return client.socket.state() == QTcpSocket::ConnectedState &&
+                   client.socket.bytesToWrite() == 0;
+        }));
+        ::shutdown(static_cast<int>(client.socket.socketDescriptor()), SHUT_WR);
+        EXPECT_TRUE(IsWhole(ReplyOf(client)));
+    }
+}
+
+// The end of what this client sends is there when its request is read, it holds next to nothing
+// itself, and the server is done with it before it reads.
+TEST_F(WebPages, OfTheLargestSoundsSizeComeWholeToOneWhoClosesHisHalfAndReadsLate) {
+    const Mute client(Port());
+    ASSERT_TRUE(Has(1));
+    ASSERT_TRUE(client.Send(kGetSound));
+    client.CloseItsHalf();
+    ASSERT_TRUE(Has(0));
+    const std::optional<Reply> reply = ParseReply(client.ReadLate());
+    ASSERT_TRUE(reply);
+    EXPECT_TRUE(IsWhole(*reply));
+    EXPECT_EQ(reply->body.size(), LargestWave);
 }
 
 TEST_F(WebPages, AreServedOneAfterTheOther) {

@@ -2,6 +2,7 @@
 
 #include "Scene.h"
 
+#include <algorithm>
 #include <array>
 #include <gtest/gtest.h>
 #include <map>
@@ -15,6 +16,13 @@ int RoomCount() { return static_cast<int>(Rooms().size()); }
 
 const DirectionRow& RowOf(Direction direction) {
     return Directions()[static_cast<std::size_t>(direction)];
+}
+
+int FlourLoft() {
+    int room = 0;
+    while (!RoomAt(room).has.piano)
+        ++room;
+    return room;
 }
 
 TEST(WorldMap, HasTwelveToFifteenRooms) {
@@ -121,11 +129,26 @@ TEST(WorldMap, EveryRoomHasATitleOfItsOwnAndProseInPlainAscii) {
     }
 }
 
-TEST(WorldMap, OneRoomHasBreadAndEveryCreatureARoom) {
-    int withBread = 0;
+TEST(WorldMap, OneRoomHasBreadOneABellAndOneAPianoUnderARoof) {
+    for (const auto feature : {&Features::bread, &Features::bell, &Features::piano})
+        EXPECT_EQ(std::ranges::count_if(Rooms(),
+                                        [feature](const Room& room) { return room.has.*feature; }),
+                  1);
     for (const Room& room : Rooms())
-        withBread += room.hasBread ? 1 : 0;
-    EXPECT_EQ(withBread, 1);
+        EXPECT_FALSE(room.has.piano && room.has.sky) << room.title;
+}
+
+TEST(WorldMap, TheWeatherHasMoreThanHalfTheTownAndNoCellar) {
+    std::set<std::string_view> roofed;
+    for (const Room& room : Rooms()) {
+        if (!room.has.sky)
+            roofed.insert(room.title);
+    }
+    EXPECT_EQ(roofed, (std::set<std::string_view>{"Archive Cellar", "Bakehouse", "Flour Loft",
+                                                  "Old Drain", "Scribes' Hall"}));
+}
+
+TEST(WorldMap, EveryCreatureHasARoom) {
     ASSERT_FALSE(Kinds().empty());
     for (const Kind& kind : Kinds()) {
         EXPECT_LT(kind.room, RoomCount());
@@ -197,6 +220,24 @@ TEST(World, WalkingIsSeenInBothRooms) {
     EXPECT_EQ(Scene::Read(there), Line(PeopleColour, "Ada leaves up."));
     Walk(scene.world, ada, Direction::Down);
     EXPECT_EQ(Scene::Read(there), Line(PeopleColour, "Ada arrives from above."));
+}
+
+TEST(World, ThePianoPlaysForTheOneWhoComesInAndAfterWhatThereIsToSee) {
+    Scene scene;
+    scene.world.soundRoot = "http://127.0.0.1:20001/sounds/";
+    Player& ada = scene.Join("Ada");
+    Player& bob = scene.Join("Bob");
+    bob.room = FlourLoft();
+    ada.room = *RoomTo(bob.room, Direction::Down);
+    Walk(scene.world, ada, Direction::Up);
+    EXPECT_TRUE(Scene::Read(ada).ends_with("Exits: down.\r\n"
+                                           "\x1b[0;37mThe piano begins to play, rather slowly.\r\n"
+                                           "!!MUSIC(tune.mid V=70 P=50 "
+                                           "U=http://127.0.0.1:20001/sounds/tune.mid )\r\n"));
+    EXPECT_FALSE(Contains(Scene::Read(bob), "!!"));
+    EXPECT_FALSE(Contains(scene.Type(ada, "look"), "!!")) << "seeing is not coming in";
+    Walk(scene.world, ada, Direction::Down);
+    EXPECT_FALSE(Contains(Scene::Read(ada), "!!"));
 }
 
 TEST(World, WhereThereIsNoWayNobodyMoves) {
