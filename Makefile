@@ -5,7 +5,10 @@ SANITIZED := build/sanitized
 TEST_ENV := LANG=C.UTF-8 QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=1 \
 	LSAN_OPTIONS=suppressions=$(CURDIR)/tests/leaks.supp:print_suppressions=0
 
-.PHONY: run test tour bench setup release sanitized clean
+# Of each fuzz target.
+FUZZ_SECONDS := 60
+
+.PHONY: run test tour bench fuzz setup release sanitized clean
 
 # The demo world and the client connected to it; without a display, the tour.
 run: release
@@ -23,6 +26,13 @@ tour: release
 
 bench: release
 	$(RELEASE)/bench/benchmarks
+
+# Each target for FUZZ_SECONDS, side by side; what they learn is kept in build/corpus.
+fuzz: setup
+	cmake -S . -B build/fuzz -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+		-DQUILLMERE_SANITIZE=ON -DQUILLMERE_FUZZ=ON
+	cmake --build build/fuzz --target fuzz_SoundTrigger fuzz_Downloader
+	scripts/fuzz build/fuzz/fuzz build/corpus $(FUZZ_SECONDS)
 
 release: setup
 	cmake -S . -B $(RELEASE) -G Ninja -DCMAKE_CXX_COMPILER=g++ -DCMAKE_BUILD_TYPE=Release

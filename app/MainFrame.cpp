@@ -10,6 +10,8 @@
 #include "config/MudChooser.h"
 #include "config/MudList.h"
 #include "net/Connection.h"
+#include "net/http/DownLoad.h"
+#include "sound/PlaySound.h"
 #include "terminal/Ansi.h"
 #include "terminal/Output.h"
 #include "ui/Events.h"
@@ -64,6 +66,7 @@ void MDIForm_Load() {
     ToolbarVisible = true;
     WholeSequenceMode = true;
     CurrentColour = kPlainWhite;
+    PlayingPriority = 0;
     ScrollBackActive = false;
     OutputRedrawOn = true;
     OutputFontName = SettingAtStart("Settings", "Name", "Courier");
@@ -107,6 +110,7 @@ void mnutoolbar_Click() {
 }
 
 void MDIForm_Unload() {
+    AbandonDownloads();
     UnloadOtherForms();
     SavingMode = true;
     KeepToolbar(!IsVisible(FrameControl::mnuMud));

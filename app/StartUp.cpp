@@ -5,6 +5,7 @@
 #include "config/ClientConfig.h"
 #include "config/FileHandler.h"
 #include "config/MudList.h"
+#include "net/http/DownLoad.h"
 #include "net/http/VersionCheck.h"
 #include "terminal/IncomingBuffer.h"
 #include "ui/FrameControls.h"
@@ -89,6 +90,7 @@ void RunStage() {
 } // namespace
 
 void StartProgram() {
+    ResetDownloads();
     PrepareFolders();
     SavingMode = false;
     AtLineStart = false;

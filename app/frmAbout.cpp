@@ -1,7 +1,9 @@
+#define SDL_MAIN_HANDLED
 #include "app/frmAbout.h"
 
 #include "base/Version.h"
 
+#include <SDL_mixer.h>
 #include <curl/curl.h>
 
 #include <QDialogButtonBox>
@@ -11,14 +13,20 @@
 namespace mw {
 namespace {
 
+QString MixerVersion() {
+    const SDL_version* const version = Mix_Linked_Version();
+    return QStringLiteral("%1.%2.%3").arg(version->major).arg(version->minor).arg(version->patch);
+}
+
 QString AboutText() {
     return frmAbout::tr("<h2>Quillmere Mud Client</h2>"
                         "<p>Version %1</p>"
                         "<p>A client for text-based multi-user dungeon games.</p>"
                         "<p>Free software under the MIT licence, without any warranty.</p>"
-                        "<p>It uses Qt %2 (LGPL version 3) and libcurl %3 (curl licence).</p>")
+                        "<p>It uses Qt %2 (LGPL version 3), libcurl %3 (curl licence) and "
+                        "SDL2_mixer %4 (zlib licence).</p>")
         .arg(QString::fromStdString(DottedVersion(kOwnVersion)), qVersion(),
-             curl_version_info(CURLVERSION_NOW)->version);
+             curl_version_info(CURLVERSION_NOW)->version, MixerVersion());
 }
 
 } // namespace

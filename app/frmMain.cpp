@@ -13,6 +13,7 @@
 #include "config/frmAddMud.h"
 #include "config/frmConnect.h"
 #include "net/Connection.h"
+#include "sound/frmSndSetup.h"
 #include "terminal/frmOutput.h"
 #include "ui/UpdateControls.h"
 #include "ui/qt/Buttons.h"
@@ -70,7 +71,7 @@ constexpr Item kItems[] = {
     {"Conf", "mnuEcho", "&Echo", Kind::Mark, mnuEcho_Click},
     {"Conf", "mnuSetUp", "&Fonts and Colours", Kind::Plain, nullptr},
     {"Conf", "mnuInput", "&Keep Sent Text", Kind::Mark, mnuInput_Click},
-    {"Conf", "mnuSound", "&Sound", Kind::Plain, nullptr},
+    {"Conf", "mnuSound", "&Sound", Kind::Plain, Open<frmSndSetup>},
     {"Conf", "mnutoolbar", "&Enable Toolbar", Kind::Mark, mnutoolbar_Click},
     {"mnuHelp", "mnuGHlp", "&General Help", Kind::Plain, ShowHelp},
     {"mnuHelp", "mnuAbout", "About", Kind::Plain, Open<frmAbout>},

@@ -1,7 +1,11 @@
 // The ports for the benches: they answer what the rules need and do nothing.
+#include "sound/PlaySound.h"
 #include "ui/Clock.h"
+#include "ui/Disk.h"
+#include "ui/DownloadControls.h"
 #include "ui/Events.h"
 #include "ui/FrameControls.h"
+#include "ui/Inet.h"
 #include "ui/InputControls.h"
 #include "ui/MessageBox.h"
 #include "ui/OutputControls.h"
@@ -78,5 +82,16 @@ void PlayWave(const std::string&, const std::string&, std::int32_t, std::int16_t
 void PlayMusic(const std::string&, const std::string&, std::int32_t, std::int16_t) {}
 void wavPlayer::Stop() {}
 void midiPlayer::Stop() {}
+
+void OpenDownloadWindow(std::int32_t, std::int16_t, const std::string&) {}
+void SetProgress(std::int32_t, std::int16_t) {}
+void CloseDownloadWindow(std::int32_t) {}
+void ShowWebBox(const std::string&, bool) {}
+void HideWebBox() {}
+std::uint64_t FreeSpace(const std::filesystem::path&) { return 0; }
+void inet::Execute(std::int32_t, const inet::Request&) {}
+std::optional<std::string> inet::GetHeader(std::int32_t) { return std::nullopt; }
+std::optional<std::string> inet::GetChunk(std::int32_t, std::size_t) { return std::nullopt; }
+void inet::Cancel(std::int32_t) {}
 
 } // namespace mw

@@ -64,6 +64,14 @@ bool WriteSynced(const fs::path& path, std::string_view contents) {
 
 fs::path PathBelow(const std::string& name) { return ApplicationFolder / RelativePath(name); }
 
+std::string PathText(const fs::path& path) {
+    try {
+        return FromUnicode(path.u16string());
+    } catch (const std::system_error&) {
+        return path.string();
+    }
+}
+
 bool Exists(const std::string& file, const std::string& folder) {
     std::error_code ignored;
     const fs::path below = PathBelow(folder);
@@ -118,6 +126,18 @@ bool IsFileName(std::string_view name) {
                                      [](char c) { return static_cast<unsigned char>(c) < 32; });
     return !separator && !control && name != "." && name != ".." &&
            fs::path(ToUnicode(name)).native().size() <= kLongestFileName;
+}
+
+bool IsRelativeName(std::string_view name) {
+    while (true) {
+        const std::size_t separator = name.find_first_of("/\\");
+        const std::string_view part = name.substr(0, separator);
+        if (part.empty() || !IsFileName(part))
+            return false;
+        if (separator == std::string_view::npos)
+            return true;
+        name.remove_prefix(separator + 1);
+    }
 }
 
 bool IsFolderName(std::string_view name) {

@@ -20,6 +20,9 @@ inline bool FolderIsTaken = false;
 // Application folder + name.
 std::filesystem::path PathBelow(const std::string& name);
 
+// path as the player reads it. A name that is no text of the system's shows its bytes.
+std::string PathText(const std::filesystem::path& path);
+
 // True when application folder + folder + file is a file or a folder; either name may be empty.
 // Raises nothing.
 bool Exists(const std::string& file, const std::string& folder);
@@ -41,9 +44,14 @@ std::string ReadFile(const std::string& name);
 // over the old one, read-only or not. A failure is silent and leaves the old contents.
 void WriteFile(const std::string& name, std::string_view contents);
 
-// True when name can be the name of a file or folder of ours: one path component, with no
-// separator, drive or control character, that leads nowhere else.
+// True when name, alone or before an extension, can be the name of a file or folder of ours: one
+// path component, with no separator, drive or control character, that leads nowhere else. An empty
+// one can, before an extension.
 bool IsFileName(std::string_view name);
+
+// True when name leads to a place below the folder it stands in: one file name, or several joined
+// by separators.
+bool IsRelativeName(std::string_view name);
 
 // True when the name of a game can be the name of its folder: a file name that is not one of the
 // client's own folders.

@@ -2,9 +2,9 @@
 
 #include "base/Error.h"
 #include "base/Numbers.h"
+#include "sound/PlaySound.h"
 #include "terminal/IncomingBuffer.h"
 #include "ui/MessageBox.h"
-#include "ui/Players.h"
 
 namespace mw {
 namespace {

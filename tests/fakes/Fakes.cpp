@@ -11,13 +11,18 @@
 #include "config/Palette.h"
 #include "net/Connection.h"
 #include "net/Send.h"
+#include "net/http/DownLoad.h"
 #include "net/http/VersionCheck.h"
+#include "net/http/WebBoxes.h"
+#include "sound/PlaySound.h"
 #include "terminal/Ansi.h"
 #include "terminal/AutoLog.h"
 #include "terminal/Incoming.h"
 #include "terminal/OutPutScroll.h"
 #include "terminal/Output.h"
 #include "ui/Clock.h"
+#include "ui/Disk.h"
+#include "ui/DownloadControls.h"
 #include "ui/Events.h"
 #include "ui/Inet.h"
 #include "ui/InputControls.h"
@@ -28,6 +33,7 @@
 #include "ui/UserSettings.h"
 #include "ui/WebPages.h"
 
+#include <limits>
 #include <sstream>
 
 namespace {
@@ -40,14 +46,6 @@ void Record(const std::string& call) {
 
 std::string Words(std::string_view verb, std::string_view text) {
     return std::string(verb) + " " + std::string(text);
-}
-
-void RecordPlay(std::string_view kind, const std::string& fileName, const std::string& address,
-                int volume, int priority) {
-    std::ostringstream call;
-    call << kind << ' ' << fileName << '|' << address << '|' << volume << '|' << priority;
-    fakes::Played.push_back(call.str());
-    Record("Play " + call.str());
 }
 
 } // namespace
@@ -82,6 +80,9 @@ RuleTest::RuleTest() {
     mw::SavingMode = false;
     mw::Splash = {};
     mw::ResetVersionCheck();
+    mw::DropWebBoxes();
+    mw::ResetDownloads();
+    mw::PlayingPriority = 0;
     mw::ConnectAtStart.clear();
     mw::FolderIsTaken = false;
     fakes::Calls.clear();
@@ -105,6 +106,12 @@ RuleTest::RuleTest() {
     fakes::SplashCaptions.clear();
     fakes::PromptCaptions.clear();
     fakes::Pages.clear();
+    fakes::WaveState = fakes::MusicState = mw::PlayState::Stopped;
+    fakes::FreeSpace = std::numeric_limits<std::uint64_t>::max();
+    fakes::FreeSpaceAsked.clear();
+    fakes::WaveFile.clear();
+    fakes::MusicFile.clear();
+    fakes::Transfers.clear();
     fakes::Panels.clear();
     fakes::Messages.clear();
     fakes::Played.clear();
@@ -371,19 +378,91 @@ std::optional<std::string> inetVersion::OpenURL(const std::string& url) {
 
 void OpenWebPage(const std::string& address) { Record(Words("OpenWebPage", address)); }
 
-void PlayWave(const std::string& fileName, const std::string& address, std::int32_t volume,
-              std::int16_t priority) {
-    RecordPlay("wave", fileName, address, volume, priority);
+PlayState wavPlayer::State() { return fakes::WaveState; }
+
+void wavPlayer::SetURL(const std::filesystem::path& file) {
+    fakes::WaveFile = file;
+    Record("wave URL " + file.filename().string());
 }
 
-void PlayMusic(const std::string& fileName, const std::string& address, std::int32_t volume,
-               std::int16_t priority) {
-    RecordPlay("music", fileName, address, volume, priority);
+void wavPlayer::SetVolume(std::int32_t percent) {
+    Record("wave volume " + std::to_string(percent));
 }
+
+void wavPlayer::Play() { Record("wave play"); }
 
 void wavPlayer::Stop() { Record("Stop wave"); }
 
+PlayState midiPlayer::State() { return fakes::MusicState; }
+
+void midiPlayer::SetFileName(const std::filesystem::path& file) {
+    fakes::MusicFile = file;
+    Record("music FileName " + file.filename().string());
+}
+
+void midiPlayer::SetVolume(std::int32_t hundredths) {
+    Record("music volume " + std::to_string(hundredths));
+}
+
+void midiPlayer::Play() { Record("music play"); }
+
 void midiPlayer::Stop() { Record("Stop music"); }
+
+void SetEnabled(SoundTimer timer, bool enabled) {
+    Record(Words(enabled ? "Start" : "Stop",
+                 timer == SoundTimer::wavTimer ? "wavTimer" : "midiTimer"));
+}
+
+void inet::Execute(std::int32_t transfer, const inet::Request& request) {
+    fakes::Transfers[transfer] = {request, std::nullopt, {}, false};
+    Record("Execute " + std::to_string(transfer) + " " + request.Address);
+}
+
+std::optional<std::string> inet::GetHeader(std::int32_t transfer) {
+    const auto found = fakes::Transfers.find(transfer);
+    return found == fakes::Transfers.end() ? std::nullopt : found->second.Header;
+}
+
+std::optional<std::string> inet::GetChunk(std::int32_t transfer, std::size_t size) {
+    const auto found = fakes::Transfers.find(transfer);
+    if (found == fakes::Transfers.end())
+        return std::nullopt;
+    fakes::Transfer& own = found->second;
+    if (own.Body.size() < size && !own.Ended)
+        return std::nullopt;
+    const std::string chunk = own.Body.substr(0, size);
+    own.Body.erase(0, size);
+    return chunk;
+}
+
+void inet::Cancel(std::int32_t transfer) {
+    if (fakes::Transfers.erase(transfer) != 0)
+        Record("Cancel " + std::to_string(transfer));
+}
+
+void OpenDownloadWindow(std::int32_t download, std::int16_t slot, const std::string& fileName) {
+    Record("OpenDownloadWindow " + std::to_string(download) + " " + std::to_string(slot) + " " +
+           fileName);
+}
+
+void SetProgress(std::int32_t download, std::int16_t percent) {
+    Record("Progress " + std::to_string(download) + " " + std::to_string(percent));
+}
+
+void CloseDownloadWindow(std::int32_t download) {
+    Record("CloseDownloadWindow " + std::to_string(download));
+}
+
+void ShowWebBox(const std::string& text, bool isError) {
+    Record(Words(isError ? "Error box" : "Box", text));
+}
+
+void HideWebBox() { Record("HideWebBox"); }
+
+std::uint64_t FreeSpace(const std::filesystem::path& path) {
+    fakes::FreeSpaceAsked = path;
+    return fakes::FreeSpace;
+}
 
 void SaveUserSetting(const std::string& application, const std::string& section,
                      const std::string& key, const std::string& value) {

@@ -3,12 +3,15 @@
 #pragma once
 
 #include "ui/FrameControls.h"
+#include "ui/Inet.h"
 #include "ui/OutputControls.h"
+#include "ui/Players.h"
 #include "ui/Socket.h"
 #include "ui/SplashControls.h"
 #include "ui/UpdateControls.h"
 
 #include <deque>
+#include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
 #include <map>
@@ -62,6 +65,23 @@ inline std::vector<mw::Rectangle> Screens;
 inline std::map<mw::SplashLabel, std::string> SplashCaptions;
 inline std::map<mw::UpdateLabel, std::string> PromptCaptions;
 inline std::map<std::string, std::optional<std::string>> Pages; // what OpenURL gets, by address
+
+inline mw::PlayState WaveState = mw::PlayState::Stopped;
+inline mw::PlayState MusicState = mw::PlayState::Stopped;
+inline std::filesystem::path WaveFile; // set last, whole
+inline std::filesystem::path MusicFile;
+
+// The transfers that were started and not cancelled, by number: a test fills in what arrives and
+// calls inet_StateChanged.
+struct Transfer {
+    mw::inet::Request Request;
+    std::optional<std::string> Header;
+    std::string Body;
+    bool Ended = false;
+};
+inline std::map<std::int32_t, Transfer> Transfers;
+inline std::uint64_t FreeSpace = 0;
+inline std::filesystem::path FreeSpaceAsked; // for which it was asked last
 
 inline std::map<int, std::string> Panels;
 inline std::vector<std::string> Messages;               // texts of message boxes

@@ -91,7 +91,7 @@ const MenuRow kMenuTree[] = {
     {"Conf", "&Configuration", "mnuEcho", "&Echo", true, true},
     {"Conf", "&Configuration", "mnuSetUp", "&Fonts and Colours", false, false},
     {"Conf", "&Configuration", "mnuInput", "&Keep Sent Text", true, true},
-    {"Conf", "&Configuration", "mnuSound", "&Sound", false, false},
+    {"Conf", "&Configuration", "mnuSound", "&Sound", false, true},
     {"Conf", "&Configuration", "mnutoolbar", "&Enable Toolbar", true, true},
     {"mnuHelp", "&Help", "mnuGHlp", "&General Help", false, true},
     {"mnuHelp", "&Help", "mnuAbout", "About", false, true},

@@ -4,6 +4,8 @@
 #include "Wait.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstdlib>
 #include <stdexcept>
 
 #include <QDir>
@@ -49,6 +51,8 @@ QProcessEnvironment CleanEnvironment(const QString& folder, const QString& displ
     clean.insert("XDG_CONFIG_HOME", folder + "/config");
     clean.insert("XDG_DATA_HOME", folder + "/data");
     clean.insert("XDG_RUNTIME_DIR", folder + "/runtime");
+    clean.insert("SDL_AUDIODRIVER", "disk"); // no sound device is needed
+    clean.insert("SDL_DISKAUDIOFILE", folder + "/sound.raw");
     clean.insert("QUILLMERE_GAME_HOST", "127.0.0.1");
     clean.insert("QUILLMERE_WEB_ROOT", "http://127.0.0.1:9"); // nothing answers there
     return clean;
@@ -249,6 +253,19 @@ void Client::ExitByMenu() const { Press({"alt+f", "e"}); }
 int Client::WaitForEnd() {
     WaitFor("the client to end", [this] { return Process.state() == QProcess::NotRunning; });
     return Process.exitStatus() == QProcess::NormalExit ? Process.exitCode() : -Process.exitCode();
+}
+
+QString Client::SoundFile() const { return Folder.filePath("sound.raw"); }
+
+int Client::Loudest() const {
+    const std::string bytes = FileText(SoundFile()); // 16 bits a sample, the low ones first
+    int loudest = 0;
+    for (std::size_t at = 1; at < bytes.size(); at += 2) {
+        const int low = static_cast<unsigned char>(bytes[at - 1]);
+        const int high = static_cast<unsigned char>(bytes[at]);
+        loudest = std::max(loudest, std::abs(static_cast<std::int16_t>(high << 8 | low)));
+    }
+    return loudest;
 }
 
 std::string Client::Log() { return Process.readAll().toStdString(); }

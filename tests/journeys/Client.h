@@ -91,6 +91,11 @@ struct Client {
     // Waits for the end of the program. Returns its exit status, or minus the signal that ended it.
     int WaitForEnd();
 
+    // What it plays is written here instead of being heard, from its first sound on and anew when
+    // five silent seconds lie between two. The file is missing until then.
+    QString SoundFile() const;
+    int Loudest() const; // sample in the sound file, of 32768; 0 for silence
+
     std::string Log(); // what the program wrote on its standard output and error
 
     static constexpr const char* kFrame = "^Quillmere Mud Client V"; // its title
@@ -98,6 +103,7 @@ struct Client {
     static constexpr int kLower = 540; // in the output that goes on
     static constexpr Area Output{0, 56, 984, 640};
     static constexpr Area Status{0, 680, 480, 700};
+    static constexpr Area Notice{480, 680, 880, 700}; // a long one also stands to the left
 
     QProcess Process;
     QTemporaryDir Folder;

@@ -1,0 +1,240 @@
+#define SDL_MAIN_HANDLED
+#include "sound/frmSound.h"
+
+#include "base/Notice.h"
+#include "config/FileHandler.h"
+#include "sound/PlaySound.h"
+#include "sound/WaveFile.h"
+#include "ui/Players.h"
+#include "ui/qt/EventBoundary.h"
+
+#include <SDL.h>
+#include <SDL_mixer.h>
+#include <algorithm>
+#include <fstream>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QPointer>
+#include <QRegularExpression>
+#include <QStringList>
+
+namespace mw {
+namespace {
+
+constexpr int kRate = 44100;
+constexpr int kChannels = 2;
+constexpr int kBlock = 1024;        // frames mixed at a time, 23 milliseconds
+constexpr int kQueueInterval = 250; // milliseconds, of both timers
+constexpr int kIdleInterval = 5000; // milliseconds until a silent device is closed
+constexpr int kWaveChannel = 0;
+constexpr std::size_t kHead = 64 * 1024;
+constexpr std::size_t kFirstTrack = 14;                   // in a MIDI file, behind its header
+constexpr std::uintmax_t kLargestMusic = 4 * 1024 * 1024; // bytes of a MIDI file
+
+QPointer<frmSound> Form; // the one sound window
+
+frmSound& Sounds() {
+    if (!Form)
+        Form = new frmSound;
+    return *Form;
+}
+
+int MixerVolume(int percent) { return percent * MIX_MAX_VOLUME / 100; }
+
+std::string HeadOf(const std::filesystem::path& file) {
+    std::string head(kHead, '\0');
+    std::ifstream stream(file, std::ios::binary);
+    stream.read(head.data(), static_cast<std::streamsize>(head.size()));
+    head.resize(static_cast<std::size_t>(stream.gcount()));
+    return head;
+}
+
+std::uintmax_t SizeOf(const std::filesystem::path& file) {
+    std::error_code failure;
+    const std::uintmax_t size = std::filesystem::file_size(file, failure);
+    return failure ? 0 : size;
+}
+
+bool IsMusic(const std::filesystem::path& file) {
+    const std::string head = HeadOf(file);
+    return SizeOf(file) <= kLargestMusic && head.starts_with("MThd") && head.size() > kFirstTrack &&
+           head.compare(kFirstTrack, 4, "MTrk") == 0;
+}
+
+// One of the files that the mixer would take its instruments from is there.
+bool HasInstruments() {
+    const QString fonts(Mix_GetSoundFonts());
+    const QStringList files = fonts.split(QRegularExpression("[;:]"), Qt::SkipEmptyParts);
+    return std::any_of(files.begin(), files.end(),
+                       [](const QString& file) { return QFile::exists(file); });
+}
+
+void TellUnplayable(const std::filesystem::path& file) {
+    ShowNotice("Can't be played: " + PathText(file.filename()));
+}
+
+// Called in the mixer's thread.
+void SoundHasEnded() {
+    if (QCoreApplication* const app = QCoreApplication::instance())
+        QMetaObject::invokeMethod(app, [] {
+            if (Form)
+                Form->WaitForSilence();
+        });
+}
+
+} // namespace
+
+frmSound::frmSound() : QObject(qApp) {
+    setObjectName("frmSound");
+    wavTimer.setInterval(kQueueInterval);
+    midiTimer.setInterval(kQueueInterval);
+    IdleTimer.setInterval(kIdleInterval);
+    IdleTimer.setSingleShot(true);
+    connect(&wavTimer, &QTimer::timeout, this,
+            [] { RunHandler("wavTimer_Timer", wavTimer_Timer); });
+    connect(&midiTimer, &QTimer::timeout, this,
+            [] { RunHandler("midiTimer_Timer", midiTimer_Timer); });
+    connect(&IdleTimer, &QTimer::timeout, this, &frmSound::CloseWhenSilent);
+}
+
+frmSound::~frmSound() { CloseDevice(); }
+
+// Tried until it fails once: what waits for a missing device waits for nothing.
+bool frmSound::OpenDevice() {
+    if (DeviceIsOpen || DeviceFailed)
+        return DeviceIsOpen;
+    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1"); // the client's own answer them
+    SDL_SetHint(SDL_HINT_APP_NAME, "Quillmere Mud Client");
+    DeviceIsOpen = SDL_InitSubSystem(SDL_INIT_AUDIO) == 0 &&
+                   Mix_OpenAudio(kRate, AUDIO_S16SYS, kChannels, kBlock) == 0;
+    if (!DeviceIsOpen) {
+        DeviceFailed = true;
+        ShowNotice(std::string("No sound: ") + SDL_GetError());
+        SDL_QuitSubSystem(SDL_INIT_AUDIO);
+        return false;
+    }
+    Mix_ChannelFinished([](int) { SoundHasEnded(); });
+    Mix_HookMusicFinished(SoundHasEnded);
+    return true;
+}
+
+void frmSound::CloseDevice() {
+    if (!DeviceIsOpen)
+        return;
+    Mix_ChannelFinished(nullptr);
+    Mix_HookMusicFinished(nullptr);
+    Mix_HaltChannel(kWaveChannel);
+    Mix_HaltMusic();
+    Mix_FreeChunk(Wave);
+    Mix_FreeMusic(Music);
+    Wave = nullptr;
+    Music = nullptr;
+    Mix_CloseAudio();
+    SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    DeviceIsOpen = false;
+}
+
+void frmSound::WaitForSilence() { IdleTimer.start(); }
+
+void frmSound::CloseWhenSilent() {
+    if (!IsWavePlaying() && !IsMusicPlaying())
+        CloseDevice();
+}
+
+void frmSound::PlayWave() {
+    if (!OpenDevice())
+        return;
+    StopWave();
+    Mix_FreeChunk(Wave);
+    Wave = IsPlayableWave(HeadOf(WaveFile), SizeOf(WaveFile))
+               ? Mix_LoadWAV(WaveFile.string().c_str())
+               : nullptr;
+    Mix_Volume(kWaveChannel, WaveVolume);
+    if (Wave == nullptr || Mix_PlayChannel(kWaveChannel, Wave, 0) < 0)
+        TellUnplayable(WaveFile);
+    WaitForSilence();
+}
+
+void frmSound::PlayMusic() {
+    if (!OpenDevice())
+        return;
+    StopMusic();
+    Mix_FreeMusic(Music);
+    const bool isMusic = IsMusic(MusicFile);
+    Music = isMusic ? Mix_LoadMUS(MusicFile.string().c_str()) : nullptr;
+    Mix_VolumeMusic(MusicVolume);
+    if (isMusic && !HasInstruments())
+        ShowNotice("No music: the instruments (a soundfont) are missing");
+    else if (Music == nullptr || Mix_PlayMusic(Music, 1) < 0)
+        TellUnplayable(MusicFile);
+    WaitForSilence();
+}
+
+void frmSound::StopWave() {
+    if (DeviceIsOpen)
+        Mix_HaltChannel(kWaveChannel);
+}
+
+void frmSound::StopMusic() {
+    if (DeviceIsOpen)
+        Mix_HaltMusic();
+}
+
+void frmSound::SetWaveVolume(int percent) { WaveVolume = MixerVolume(percent); }
+
+void frmSound::SetMusicVolume(int percent) { MusicVolume = MixerVolume(percent); }
+
+bool frmSound::IsWavePlaying() const { return DeviceIsOpen && Mix_Playing(kWaveChannel) != 0; }
+
+bool frmSound::IsMusicPlaying() const { return DeviceIsOpen && Mix_PlayingMusic() != 0; }
+
+namespace {
+
+PlayState StateOf(bool isPlaying) { return isPlaying ? PlayState::Playing : PlayState::Stopped; }
+
+} // namespace
+
+namespace wavPlayer {
+
+PlayState State() { return StateOf(Form && Form->IsWavePlaying()); }
+
+void SetURL(const std::filesystem::path& file) { Sounds().WaveFile = file; }
+
+void SetVolume(std::int32_t percent) { Sounds().SetWaveVolume(percent); }
+
+void Play() { Sounds().PlayWave(); }
+
+void Stop() {
+    if (Form)
+        Form->StopWave();
+}
+
+} // namespace wavPlayer
+
+namespace midiPlayer {
+
+PlayState State() { return StateOf(Form && Form->IsMusicPlaying()); }
+
+void SetFileName(const std::filesystem::path& file) { Sounds().MusicFile = file; }
+
+void SetVolume(std::int32_t hundredths) { Sounds().SetMusicVolume((hundredths + 10000) / 100); }
+
+void Play() { Sounds().PlayMusic(); }
+
+void Stop() {
+    if (Form)
+        Form->StopMusic();
+}
+
+} // namespace midiPlayer
+
+void SetEnabled(SoundTimer timer, bool enabled) {
+    QTimer& own = timer == SoundTimer::wavTimer ? Sounds().wavTimer : Sounds().midiTimer;
+    if (enabled)
+        own.start();
+    else
+        own.stop();
+}
+
+} // namespace mw

@@ -1,0 +1,56 @@
+// The hidden sound window: one player for waves, one for music, and the timers of their queues.
+//
+// Made when the first sound is asked for. It implements ui/Players.h with SDL2_mixer, which mixes
+// in a thread of its own. The audio device is open only while something plays and a little longer,
+// so that an idle client does nothing.
+#pragma once
+
+#include <filesystem>
+
+#include <QObject>
+#include <QTimer>
+
+struct Mix_Chunk;
+typedef struct _Mix_Music Mix_Music;
+
+namespace mw {
+
+class frmSound : public QObject {
+    Q_OBJECT
+
+public:
+    frmSound();
+    ~frmSound() override;
+
+    void PlayWave();
+    void PlayMusic();
+    void StopWave();
+    void StopMusic();
+    void SetWaveVolume(int percent);
+    void SetMusicVolume(int percent);
+    bool IsWavePlaying() const;
+    bool IsMusicPlaying() const;
+
+    // A sound has begun or ended: if it stays silent, the device is closed after a while.
+    void WaitForSilence();
+
+    std::filesystem::path WaveFile;
+    std::filesystem::path MusicFile;
+    QTimer wavTimer;
+    QTimer midiTimer;
+
+private:
+    bool OpenDevice();
+    void CloseDevice();
+    void CloseWhenSilent();
+
+    Mix_Chunk* Wave = nullptr;
+    Mix_Music* Music = nullptr;
+    QTimer IdleTimer;
+    int WaveVolume = 0; // of the mixer, as MusicVolume
+    int MusicVolume = 0;
+    bool DeviceIsOpen = false;
+    bool DeviceFailed = false;
+};
+
+} // namespace mw

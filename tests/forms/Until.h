@@ -1,0 +1,31 @@
+// Waiting without delay for what takes hundreds of steps.
+#pragma once
+
+#include <functional>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEvent>
+#include <QEventLoop>
+#include <QTimer>
+
+namespace forms {
+
+// Lets events run until the condition holds; false when that takes too long. As WaitFor, but it
+// looks behind every event instead of every ten milliseconds.
+inline bool Until(const std::function<bool()>& condition) {
+    constexpr int kLimit = 15000; // milliseconds
+    QElapsedTimer clock;
+    clock.start();
+    QTimer tick;
+    tick.start(1);
+    while (!condition()) {
+        if (clock.elapsed() > kLimit)
+            return false;
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    return true;
+}
+
+} // namespace forms
