@@ -30,7 +30,7 @@ bench: release
 # Each target for FUZZ_SECONDS, side by side; what they learn is kept in build/corpus.
 fuzz: setup
 	cmake -S . -B build/fuzz -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-		-DQUILLMERE_SANITIZE=ON -DQUILLMERE_FUZZ=ON
+		-DQUILLMERE_SANITIZE=ON -DQUILLMERE_PAGE_VIEW=OFF -DQUILLMERE_FUZZ=ON
 	cmake --build build/fuzz --target fuzz_SoundTrigger fuzz_Downloader
 	scripts/fuzz build/fuzz/fuzz build/corpus $(FUZZ_SECONDS)
 
@@ -40,7 +40,7 @@ release: setup
 
 sanitized: setup
 	cmake -S . -B $(SANITIZED) -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=Debug \
-		-DQUILLMERE_SANITIZE=ON
+		-DQUILLMERE_SANITIZE=ON -DQUILLMERE_PAGE_VIEW=OFF
 	cmake --build $(SANITIZED)
 
 setup:

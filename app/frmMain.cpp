@@ -9,9 +9,11 @@
 #include "automation/frmInput.h"
 #include "automation/frmMacros.h"
 #include "automation/frmTrigger.h"
+#include "browser/Browser.h"
 #include "config/MudChooser.h"
 #include "config/frmAddMud.h"
 #include "config/frmConnect.h"
+#include "config/frmSetup.h"
 #include "net/Connection.h"
 #include "sound/frmSndSetup.h"
 #include "terminal/frmOutput.h"
@@ -54,7 +56,7 @@ struct Item {
     const char* Name;
     const char* Caption;
     Kind ItemKind;
-    void (*Click)(); // nullptr: not there yet
+    void (*Click)();
 };
 
 // Dialogs of the frame delete themselves.
@@ -64,12 +66,12 @@ constexpr Item kItems[] = {
     {"mnuFile", "mnuExit", "&Exit", Kind::Plain, UnloadFrame},
     {"mnuFile", "mnuAutoLog", "Autolog Each Session", Kind::Plain, mnuAutoLog_Click},
     {"Windows", "GameW", "&Game Window", Kind::Plain, GameW_Click},
-    {"Windows", "mnuMwWite", "&Quillmere Website", Kind::Plain, nullptr},
+    {"Windows", "mnuMwWite", "&Quillmere Website", Kind::Plain, OpenWebSite},
     {"Conf", "Macros", "&Macros", Kind::Plain, Open<frmMacros>},
     {"Conf", "mnuTriggers", "&Triggers", Kind::Plain, Open<frmTrigger>},
     {"Conf", "mnuAlias", "&Alias's", Kind::Plain, Open<frmAlias>},
     {"Conf", "mnuEcho", "&Echo", Kind::Mark, mnuEcho_Click},
-    {"Conf", "mnuSetUp", "&Fonts and Colours", Kind::Plain, nullptr},
+    {"Conf", "mnuSetUp", "&Fonts and Colours", Kind::Plain, Open<frmSetup>},
     {"Conf", "mnuInput", "&Keep Sent Text", Kind::Mark, mnuInput_Click},
     {"Conf", "mnuSound", "&Sound", Kind::Plain, Open<frmSndSetup>},
     {"Conf", "mnutoolbar", "&Enable Toolbar", Kind::Mark, mnutoolbar_Click},
@@ -84,7 +86,6 @@ void AddItem(QMenu* menu, const Item& row) {
     QAction* const item = menu->addAction(frmMain::tr(row.Caption));
     item->setObjectName(row.Name);
     item->setCheckable(row.ItemKind == Kind::Mark);
-    item->setEnabled(row.Click != nullptr);
     QObject::connect(item, &QAction::triggered, menu, [&row] { RunHandler(row.Name, row.Click); });
 }
 

@@ -1,5 +1,6 @@
 // The ports for the benches: they answer what the rules need and do nothing.
 #include "sound/PlaySound.h"
+#include "ui/BrowserControls.h"
 #include "ui/Clock.h"
 #include "ui/Disk.h"
 #include "ui/DownloadControls.h"
@@ -15,7 +16,6 @@
 #include "ui/SplashControls.h"
 #include "ui/UpdateControls.h"
 #include "ui/UserSettings.h"
-#include "ui/WebPages.h"
 
 namespace mw {
 
@@ -64,7 +64,22 @@ void UnloadSplash() {}
 void SetCaption(UpdateLabel, std::string_view) {}
 void LoadUpdatePrompt() {}
 void ShowUpdatePrompt() {}
-void OpenWebPage(const std::string&) {}
+
+void ShowBrowser() {}
+void SetBrowserCaption(const std::string&) {}
+void SetWorkCaption(const std::string&) {}
+void SetNavTimer(bool) {}
+std::string cboAdd::Text() { return {}; }
+void cboAdd::SetText(const std::string&) {}
+void cboAdd::AddItem(const std::string&) {}
+void wbrScreen::Navigate(const std::string&) {}
+void wbrScreen::GoBack() {}
+void wbrScreen::GoForward() {}
+void wbrScreen::Stop() {}
+void wbrScreen::Refresh() {}
+bool wbrScreen::Busy() { return false; }
+std::string wbrScreen::LocationName() { return {}; }
+std::string wbrScreen::LocationURL() { return {}; }
 
 void SaveUserSetting(const std::string&, const std::string&, const std::string&,
                      const std::string&) {}

@@ -25,8 +25,7 @@
 namespace mw {
 namespace {
 
-constexpr const char* kBaseFontName = "Courier";
-constexpr int kBaseFontSize = 10;
+constexpr int kDefaultFontSize = 10;
 constexpr int kLargestFontSize = 200;
 constexpr std::int32_t kHookToken = 1; // there is one way the box handled its messages before
 
@@ -41,12 +40,12 @@ QFont MonospacedFont(const QString& family, int size) {
 
 int PointSize(const std::string& text) {
     if (!IsNumeric(text))
-        return kBaseFontSize;
+        return kDefaultFontSize;
     try {
         const int size = ToInt16(text);
-        return size >= 1 && size <= kLargestFontSize ? size : kBaseFontSize;
+        return size >= 1 && size <= kLargestFontSize ? size : kDefaultFontSize;
     } catch (const Error&) {
-        return kBaseFontSize;
+        return kDefaultFontSize;
     }
 }
 
@@ -125,7 +124,7 @@ OutputView* frmOutput::MakeBox(const char* name, const QString& accessibleName) 
     auto* const box = new OutputView(Boxes);
     box->setObjectName(name);
     box->setAccessibleName(accessibleName);
-    box->setFont(MonospacedFont(kBaseFontName, kBaseFontSize));
+    box->setFont(MonospacedFont(rtfOutPut::kBaseFontName, PointSize(rtfOutPut::kBaseFontSize)));
     box->setTabStopDistance(8 * QFontMetricsF(box->font()).horizontalAdvance(' '));
     QPalette palette = box->palette();
     palette.setColor(QPalette::Base, Qt::black);

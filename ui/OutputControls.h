@@ -13,6 +13,10 @@ namespace mw {
 
 namespace rtfOutPut {
 
+// The font of the box itself, which text without a font of its own would have.
+inline constexpr const char* kBaseFontName = "Courier";
+inline constexpr const char* kBaseFontSize = "10";
+
 // Characters in the box. A line break counts as one.
 std::size_t TextLength();
 

@@ -1,11 +1,11 @@
 #include "net/http/VersionCheck.h"
 
+#include "browser/Browser.h"
 #include "config/MakerAddresses.h"
 #include "ui/Inet.h"
 #include "ui/SplashControls.h"
 #include "ui/UpdateControls.h"
 #include "ui/UserSettings.h"
-#include "ui/WebPages.h"
 
 #include <array>
 #include <charconv>
@@ -81,7 +81,7 @@ void cmdNo_Click(bool dontShow) { KeepAnswer(dontShow); }
 
 void cmdYes_Click(bool dontShow) {
     KeepAnswer(dontShow);
-    OpenWebPage(WebRoot());
+    OpenWebSite();
 }
 
 void ResetVersionCheck() {

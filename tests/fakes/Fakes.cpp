@@ -6,6 +6,7 @@
 #include "automation/Macros.h"
 #include "base/Globals.h"
 #include "base/Notice.h"
+#include "browser/Browser.h"
 #include "config/FileHandler.h"
 #include "config/MudList.h"
 #include "config/Palette.h"
@@ -20,6 +21,7 @@
 #include "terminal/Incoming.h"
 #include "terminal/OutPutScroll.h"
 #include "terminal/Output.h"
+#include "ui/BrowserControls.h"
 #include "ui/Clock.h"
 #include "ui/Disk.h"
 #include "ui/DownloadControls.h"
@@ -31,7 +33,6 @@
 #include "ui/RegistryStore.h"
 #include "ui/Timers.h"
 #include "ui/UserSettings.h"
-#include "ui/WebPages.h"
 
 #include <limits>
 #include <sstream>
@@ -112,6 +113,11 @@ RuleTest::RuleTest() {
     fakes::WaveFile.clear();
     fakes::MusicFile.clear();
     fakes::Transfers.clear();
+    mw::ResetBrowser();
+    fakes::AddressBox = fakes::PageName = fakes::PageAddress = "";
+    fakes::PageIsBusy = false;
+    fakes::NextColour.reset();
+    fakes::NextFont.reset();
     fakes::Panels.clear();
     fakes::Messages.clear();
     fakes::Played.clear();
@@ -376,7 +382,62 @@ std::optional<std::string> inetVersion::OpenURL(const std::string& url) {
     return fakes::Pages[url];
 }
 
-void OpenWebPage(const std::string& address) { Record(Words("OpenWebPage", address)); }
+void ShowBrowser() { Record("ShowBrowser"); }
+
+void SetBrowserCaption(const std::string& text) { Record(Words("caption", text)); }
+
+void SetWorkCaption(const std::string& text) { Record(Words("lblWork", text)); }
+
+void SetNavTimer(bool enabled) { Record(enabled ? "Start timNav" : "Stop timNav"); }
+
+std::string cboAdd::Text() { return fakes::AddressBox; }
+
+void cboAdd::SetText(const std::string& text) {
+    fakes::AddressBox = text;
+    Record(Words("cboAdd", text));
+}
+
+void cboAdd::AddItem(const std::string& text) { Record(Words("cboAdd add", text)); }
+
+void wbrScreen::Navigate(const std::string& address) { Record(Words("Navigate", address)); }
+
+void wbrScreen::GoBack() { Record("GoBack"); }
+
+void wbrScreen::GoForward() { Record("GoForward"); }
+
+void wbrScreen::Stop() { Record("Stop page"); }
+
+void wbrScreen::Refresh() { Record("Refresh page"); }
+
+bool wbrScreen::Busy() { return fakes::PageIsBusy; }
+
+std::string wbrScreen::LocationName() { return fakes::PageName; }
+
+std::string wbrScreen::LocationURL() { return fakes::PageAddress; }
+
+void PaintSwatch(std::size_t swatch, std::int32_t colour) {
+    std::ostringstream call;
+    call << "Swatch " << swatch << ' ' << std::hex << colour;
+    Record(call.str());
+}
+
+std::optional<std::int32_t> ShowColourChooser(std::int32_t preset) {
+    std::ostringstream call;
+    call << "ShowColourChooser " << std::hex << preset;
+    Record(call.str());
+    return fakes::NextColour;
+}
+
+FontChoice ShowFontChooser(const FontChoice& preset) {
+    Record("ShowFontChooser " + preset.Name + " " + preset.Size);
+    return fakes::NextFont.value_or(preset);
+}
+
+void ShowFont(const FontChoice& font, bool inItself) {
+    Record("ShowFont " + font.Name + " " + font.Size + (inItself ? " in itself" : ""));
+}
+
+void SetEscapeText(const std::string& text) { Record(Words("txtEscChar", text)); }
 
 PlayState wavPlayer::State() { return fakes::WaveState; }
 

@@ -6,6 +6,7 @@
 #include "ui/Inet.h"
 #include "ui/OutputControls.h"
 #include "ui/Players.h"
+#include "ui/SetupControls.h"
 #include "ui/Socket.h"
 #include "ui/SplashControls.h"
 #include "ui/UpdateControls.h"
@@ -81,6 +82,15 @@ struct Transfer {
 };
 inline std::map<std::int32_t, Transfer> Transfers;
 inline std::uint64_t FreeSpace = 0;
+
+inline std::string AddressBox; // text of cboAdd
+inline bool PageIsBusy = false;
+inline std::string PageName;
+inline std::string PageAddress;
+
+inline std::optional<std::int32_t> NextColour; // what the choosers answer; nothing for a Cancel
+inline std::optional<mw::FontChoice> NextFont;
+
 inline std::filesystem::path FreeSpaceAsked; // for which it was asked last
 
 inline std::map<int, std::string> Panels;

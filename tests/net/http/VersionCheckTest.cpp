@@ -1,5 +1,6 @@
 #include "net/http/VersionCheck.h"
 
+#include "browser/Browser.h"
 #include "config/Environment.h"
 #include "config/MakerAddresses.h"
 #include "fakes/Fakes.h"
@@ -323,7 +324,8 @@ TEST_F(UpdatePrompt, KeepsTheAnswerYesAndThenOpensTheMakersSite) {
     std::string checkThen;
     fakes::OnCall = [&checkThen](const std::string&) { checkThen = Kept("Check"); };
     cmdYes_Click(false);
-    EXPECT_EQ(fakes::Calls, Steps{"OpenWebPage " + WebRoot()});
+    EXPECT_EQ(fakes::Calls, Steps{"ShowBrowser"});
+    EXPECT_EQ(StartAddress, WebRoot());
     EXPECT_EQ(checkThen, "1");
     EXPECT_EQ(Kept("Version"), "1.26");
 }
