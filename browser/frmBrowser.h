@@ -1,7 +1,7 @@
 // The browser window. The page view is loaded with the plug-in when the window first opens.
 #pragma once
 
-#include "browser/PageView.h"
+#include "ui/qt/PageView.h"
 
 #include <QComboBox>
 #include <QLabel>

@@ -29,7 +29,7 @@ FLOORS = [
     ["app/MainFrame"],
     ["automation/frmEntries", "config/frmAddMud"],
     ["app/frmAbout", "app/frmHelp", "app/frmStartUp", "automation/frmInput", "automation/frmAlias",
-     "automation/frmTrigger", "automation/frmMacros", "browser/frmBrowser", "browser/PageView", "browser/webengine/PageView",
+     "automation/frmTrigger", "automation/frmMacros", "browser/frmBrowser",
      "config/frmConnect", "config/frmSetup", "net/http/frmDownload",
      "net/http/frmUpdate", "sound/frmSndSetup", "sound/frmSound",
      "terminal/frmOutput"],
@@ -50,7 +50,7 @@ def floor_of(name):
 
 
 def is_module(name):
-    return not re.search(r"/frm|^app/main\.cpp|^ui/qt/", name)
+    return not re.search(r"/frm|^app/main\.cpp|^ui/(qt|webengine)/", name)
 
 
 def faults(root):

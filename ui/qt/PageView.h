@@ -1,4 +1,4 @@
-// The page view of the browser window, as the plug-in browser/webengine implements it.
+// The page view of the browser window, as the plug-in ui/webengine implements it.
 //
 // It stands in a library of its own that is loaded when the window first opens, so that nobody pays
 // for a web engine who doesn't use one. All calls return at once.

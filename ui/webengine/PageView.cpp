@@ -1,6 +1,6 @@
 // The page view by Qt WebEngine. Pages come from the web and stay there: no local files, no
 // downloads, no other windows, no permissions, and nothing is kept on the disk.
-#include "browser/PageView.h"
+#include "ui/qt/PageView.h"
 
 #include <QWebEngineDownloadRequest>
 #include <QWebEnginePage>
