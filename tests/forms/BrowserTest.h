@@ -7,10 +7,12 @@
 #include "forms/FrameTest.h"
 #include "forms/HttpServer.h"
 #include "forms/Pictures.h"
+#include "forms/Until.h"
 #include "forms/WebServer.h"
 
 #include <algorithm>
 
+#include <QDeadlineTimer>
 #include <QMenu>
 
 namespace forms {
@@ -76,15 +78,15 @@ protected:
 
     // The label shows that name and the timer is at rest.
     bool Ends(const std::string& name) const {
-        return WaitFor([&] { return !Browser->timNav.isActive() && Label() == name; });
+        return Until([&] { return !Browser->timNav.isActive() && Label() == name; });
     }
 
     bool Ends() const {
-        return WaitFor([&] { return !Browser->timNav.isActive(); });
+        return Until([&] { return !Browser->timNav.isActive(); });
     }
 
     bool HasCaption(const std::string& name) const {
-        return WaitFor([&] { return Caption() == name; });
+        return Until([&] { return Caption() == name; });
     }
 
     std::string Label() const { return Browser->lblWork->text().toStdString(); }
@@ -122,16 +124,18 @@ protected:
 
     QWidget* View() const { return Browser->wbrScreen->Widget(); }
 
-    // A page takes clicks as soon as it is painted, so the click is repeated until it tells; not
-    // too soon, because another click on a link begins its way anew.
+    // A page takes clicks as soon as it is painted, so the click is repeated until it tells; later
+    // each time, because another click on a link begins its way anew.
     bool ClickPageUntil(const std::function<bool()>& condition) const {
-        for (int tries = 0; tries < 8; ++tries) {
+        constexpr int kFirstWait = 50; // milliseconds
+        constexpr int kLastWait = 8000;
+        for (int wait = kFirstWait; wait <= kLastWait && !condition(); wait *= 2) {
             QWidget* const inner = View()->focusProxy();
             QTest::mouseClick(inner, Qt::LeftButton, Qt::NoModifier, inner->rect().center());
-            if (QTest::qWaitFor(condition, 2000))
-                return true;
+            const QDeadlineTimer patience(wait);
+            Until([&] { return condition() || patience.hasExpired(); });
         }
-        return false;
+        return condition();
     }
 
     std::size_t Requests(const std::string& path) const {
@@ -140,7 +144,7 @@ protected:
     }
 
     bool WasAsked(const std::string& path, std::size_t count = 1) const {
-        return WaitFor([&] { return Requests(path) >= count; });
+        return Until([&] { return Requests(path) >= count; });
     }
 
     // For what must not come: long enough for several requests to have come.

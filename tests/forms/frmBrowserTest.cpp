@@ -15,7 +15,7 @@ using forms::LinkTo;
 using forms::PageText;
 using forms::Says;
 using forms::Script;
-using forms::WaitFor;
+using forms::Until;
 using forms::Window;
 
 using Texts = std::vector<std::string>;
@@ -62,7 +62,7 @@ TEST_F(BrowserWindow, OpenedAgainAfterItsEndBeginsAnew) {
     GoTo(Web.Address("/other"));
     ASSERT_TRUE(Ends("Other page"));
     Browser->close();
-    ASSERT_TRUE(WaitFor([this] { return Browser.isNull(); }));
+    ASSERT_TRUE(Until([this] { return Browser.isNull(); }));
     OpenAtHome();
     EXPECT_EQ(List(), Texts{});
     EXPECT_EQ(Requests("/"), 2u);
@@ -73,7 +73,7 @@ TEST_F(BrowserWindow, OpenedAgainWhileItIsMinimisedComesBack) {
     Browser->showMinimized();
     LetEventsRun();
     Item("mnuMwWite")->trigger();
-    EXPECT_TRUE(WaitFor([this] { return !Browser->isMinimized(); }));
+    EXPECT_TRUE(Until([this] { return !Browser->isMinimized(); }));
 }
 
 TEST_F(BrowserWindow, ShowsTheBusyTextUntilThePageIsThere) {
@@ -82,7 +82,7 @@ TEST_F(BrowserWindow, ShowsTheBusyTextUntilThePageIsThere) {
     Open();
     EXPECT_EQ(Browser->timNav.interval(), 250);
     for (const char* text : {"Working..", "Working....", "Working......"})
-        EXPECT_TRUE(WaitFor([&] { return Label() == text; })) << text;
+        EXPECT_TRUE(Until([&] { return Label() == text; })) << text;
     ASSERT_TRUE(WasAsked("/"));
     Web.Last().Send(PageText("Late"));
     EXPECT_TRUE(Ends("Late"));
@@ -199,7 +199,7 @@ TEST_F(EntryList, IsNotGoneToWhenTheWindowCloses) {
     OpenWithTwoEntries();
     const std::size_t before = Web.Requests.size();
     Browser->close();
-    ASSERT_TRUE(WaitFor([this] { return Browser.isNull(); }));
+    ASSERT_TRUE(Until([this] { return Browser.isNull(); }));
     WaitAWhile();
     EXPECT_EQ(Web.Requests.size(), before);
 }
@@ -257,7 +257,7 @@ TEST_F(BrowserWindow, RefreshLoadsThePageAgain) {
     for (std::size_t times = 2; times <= 3; ++times) {
         Click("Refresh");
         EXPECT_TRUE(WasAsked("/", times));
-        EXPECT_TRUE(WaitFor([this] { return !Browser->wbrScreen->Busy(); }));
+        EXPECT_TRUE(Until([this] { return !Browser->wbrScreen->Busy(); }));
     }
     WaitAWhile();
     EXPECT_EQ(Requests("/"), 3u);
@@ -268,7 +268,7 @@ TEST_F(BrowserWindow, StopEndsAPageThatWouldNeverEnd) {
     ServeWithoutEnd("/half");
     GoTo(Web.Address("/half"));
     ASSERT_TRUE(WasAsked("/half"));
-    ASSERT_TRUE(WaitFor([this] { return Label() == "Working...."; }));
+    ASSERT_TRUE(Until([this] { return Label() == "Working...."; }));
     Click("Stop");
     EXPECT_TRUE(Ends());
     EXPECT_TRUE(Web.Last().Leaves());
@@ -293,7 +293,7 @@ TEST_F(BrowserWindow, StopEndsAPageThatPoursWithoutEnd) {
                            std::string(4096, 'x') + "<br>");
     GoTo(Web.Address("/flood"));
     ASSERT_TRUE(WasAsked("/flood"));
-    ASSERT_TRUE(WaitFor([this] { return Label() == "Working...."; }));
+    ASSERT_TRUE(Until([this] { return Label() == "Working...."; }));
     Click("Stop");
     EXPECT_TRUE(Ends());
     EXPECT_TRUE(Web.Last().Leaves());
@@ -463,7 +463,7 @@ TEST_F(RefusedAddresses, AreNotFollowedFromAPage) {
                   Script("setTimeout(() => { a.click(); document.title = 'Clicked'; "
                          "}, 50);"));
         GoTo(Web.Address(path));
-        EXPECT_TRUE(WaitFor([this] { return Caption() == "Clicked" || Location() == kBlocked; }));
+        EXPECT_TRUE(Until([this] { return Caption() == "Clicked" || Location() == kBlocked; }));
         QTest::qWait(200);
         EXPECT_TRUE(Location() == Web.Address(path) || Location() == kBlocked) << Location();
     }
@@ -583,7 +583,7 @@ TEST_F(Pages, KeepTheirCookiesWhileTheWindowIsOpenAndNoLonger) {
     ASSERT_TRUE(WasAsked("/", 2));
     EXPECT_NE(Web.Requests.back().find("sesame4711"), std::string::npos);
     Browser->close();
-    ASSERT_TRUE(WaitFor([this] { return Browser.isNull(); }));
+    ASSERT_TRUE(Until([this] { return Browser.isNull(); }));
     OpenAtHome();
     EXPECT_EQ(Web.Requests.back().find("sesame4711"), std::string::npos);
 }
@@ -602,7 +602,7 @@ TEST_F(Pages, LeaveNothingOnTheDisk) {
     WaitAWhile();
     EXPECT_EQ(FilesWith("sesame4711"), Texts{});
     Browser->close();
-    ASSERT_TRUE(WaitFor([this] { return Browser.isNull(); }));
+    ASSERT_TRUE(Until([this] { return Browser.isNull(); }));
     WaitAWhile();
     EXPECT_EQ(FilesWith("sesame4711"), Texts{});
     EXPECT_EQ(FilesOfTheEngine(), Texts{});
@@ -625,7 +625,7 @@ TEST_F(Pages, ThatChangeTheirTitleChangeTheCaption) {
 TEST_F(Pages, WithAnEndlessTitleDoNotWidenTheWindow) {
     Serve("/", std::string(5000, 'W'));
     Open();
-    EXPECT_TRUE(WaitFor([this] { return Label().size() > 1000; }));
+    EXPECT_TRUE(Until([this] { return Label().size() > 1000; }));
     EXPECT_LE(Browser->width(), 1000);
 }
 
@@ -645,8 +645,8 @@ TEST_F(Pages, ThatShowAMessageDoNotKeepTheWindowOpen) {
         return true;
     };
     Open();
-    EXPECT_TRUE(WaitFor([&] { return isClosed; }));
-    EXPECT_TRUE(WaitFor([this] { return Browser.isNull(); }));
+    EXPECT_TRUE(Until([&] { return isClosed; }));
+    EXPECT_TRUE(Until([this] { return Browser.isNull(); }));
 }
 
 TEST_F(Pages, ThatWantToStayAreLeft) {
@@ -657,7 +657,7 @@ TEST_F(Pages, ThatWantToStayAreLeft) {
     OpenAtHome();
     ASSERT_TRUE(ClickPageUntil([this] { return Caption() == "Clicked"; }));
     Browser->close();
-    EXPECT_TRUE(WaitFor([this] { return Browser.isNull(); }));
+    EXPECT_TRUE(Until([this] { return Browser.isNull(); }));
 }
 
 TEST_F(BrowserWindow, LaysItselfOutOnEveryResize) {
@@ -667,7 +667,7 @@ TEST_F(BrowserWindow, LaysItselfOutOnEveryResize) {
                               QSize(201, 300), QSize(101, 300)}) {
         SCOPED_TRACE(std::to_string(size.width()) + "x" + std::to_string(size.height()));
         Browser->resize(size);
-        ASSERT_TRUE(WaitFor([&] { return Browser->size() == size; }));
+        ASSERT_TRUE(Until([&] { return Browser->size() == size; }));
         const QRect bar = Browser->tbrMain->geometry();
         const QRect box = Browser->cboAdd->geometry();
         const QRect view = View()->geometry();
@@ -713,7 +713,7 @@ TEST_F(BrowserWindow, ExitOfItsMenuClosesIt) {
     ASSERT_NE(exit, nullptr);
     EXPECT_EQ(exit->text(), "E&xit");
     exit->trigger();
-    EXPECT_TRUE(WaitFor([this] { return Browser.isNull(); }));
+    EXPECT_TRUE(Until([this] { return Browser.isNull(); }));
     EXPECT_TRUE(Frame->isVisible());
 }
 
@@ -722,14 +722,14 @@ TEST_F(BrowserWindow, ClosesWhileAPageLoads) {
     Open();
     ASSERT_TRUE(WasAsked("/"));
     Browser->close();
-    EXPECT_TRUE(WaitFor([this] { return Browser.isNull(); }));
+    EXPECT_TRUE(Until([this] { return Browser.isNull(); }));
     EXPECT_TRUE(Web.Last().Leaves());
 }
 
 TEST_F(BrowserWindow, ClosesBeforeItsFirstRequest) {
     Open();
     Browser->close();
-    EXPECT_TRUE(WaitFor([this] { return Browser.isNull(); }));
+    EXPECT_TRUE(Until([this] { return Browser.isNull(); }));
     OpenAtHome();
 }
 
@@ -737,7 +737,7 @@ TEST_F(BrowserWindow, OpensAndClosesManyTimes) {
     for (int time = 0; time < 4; ++time) {
         OpenAtHome();
         Browser->close();
-        ASSERT_TRUE(WaitFor([this] { return Browser.isNull(); }));
+        ASSERT_TRUE(Until([this] { return Browser.isNull(); }));
     }
     EXPECT_EQ(Requests("/"), 4u);
 }
@@ -745,7 +745,7 @@ TEST_F(BrowserWindow, OpensAndClosesManyTimes) {
 TEST_F(BrowserWindow, ClosesWithTheFrame) {
     OpenAtHome();
     Frame->close();
-    EXPECT_TRUE(WaitFor([this] { return Browser.isNull(); }));
+    EXPECT_TRUE(Until([this] { return Browser.isNull(); }));
     EXPECT_TRUE(SavingMode);
 }
 
