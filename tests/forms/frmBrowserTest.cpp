@@ -79,7 +79,7 @@ TEST_F(BrowserWindow, OpenedAgainWhileItIsMinimisedComesBack) {
 TEST_F(BrowserWindow, ShowsTheBusyTextUntilThePageIsThere) {
     Web.Answers.erase("/");
     Web.Otherwise = [](forms::Visit&) {};
-    Open();
+    OpenAtItsOwnPace();
     EXPECT_EQ(Browser->timNav.interval(), 250);
     for (const char* text : {"Working..", "Working....", "Working......"})
         EXPECT_TRUE(Until([&] { return Label() == text; })) << text;
@@ -174,6 +174,7 @@ TEST_F(EntryList, TakesTheSameEntryAgain) {
     OpenWithTwoEntries();
     Click("Home");
     ASSERT_TRUE(HasCaption("Home"));
+    ASSERT_TRUE(Until([this] { return !Browser->wbrScreen->Busy(); }));
     Browser->cboAdd->setFocus();
     Browser->cboAdd->showPopup();
     QTest::keyClick(Browser->cboAdd->view(), Qt::Key_End);
@@ -218,6 +219,7 @@ TEST_F(BrowserWindow, ALinkIsFollowedWhileLabelAndBoxStayOnPurpose) {
     OpenAtHome();
     ASSERT_TRUE(ClickPageUntil([this] { return Caption() == "Other page"; }));
     WaitAWhile();
+    EXPECT_FALSE(Browser->timNav.isActive());
     EXPECT_EQ(Label(), "Home");
     EXPECT_EQ(Box(), Web.Address("/"));
     EXPECT_EQ(List(), Texts{});
@@ -268,7 +270,7 @@ TEST_F(BrowserWindow, StopEndsAPageThatWouldNeverEnd) {
     ServeWithoutEnd("/half");
     GoTo(Web.Address("/half"));
     ASSERT_TRUE(WasAsked("/half"));
-    ASSERT_TRUE(Until([this] { return Label() == "Working...."; }));
+    ASSERT_TRUE(IsBusy());
     Click("Stop");
     EXPECT_TRUE(Ends());
     EXPECT_TRUE(Web.Last().Leaves());
@@ -293,7 +295,7 @@ TEST_F(BrowserWindow, StopEndsAPageThatPoursWithoutEnd) {
                            std::string(4096, 'x') + "<br>");
     GoTo(Web.Address("/flood"));
     ASSERT_TRUE(WasAsked("/flood"));
-    ASSERT_TRUE(Until([this] { return Label() == "Working...."; }));
+    ASSERT_TRUE(IsBusy());
     Click("Stop");
     EXPECT_TRUE(Ends());
     EXPECT_TRUE(Web.Last().Leaves());
