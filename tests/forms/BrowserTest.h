@@ -137,6 +137,14 @@ protected:
 
     QWidget* View() const { return Browser->wbrScreen->Widget(); }
 
+    // Something of the page is to be seen.
+    bool IsPainted() const {
+        const QImage picture = View()->grab().toImage();
+        QImage plain = picture;
+        plain.fill(picture.pixelColor(0, 0));
+        return picture != plain;
+    }
+
     // A page takes clicks as soon as it is painted, so the click is repeated until it tells; later
     // each time, because another click on a link begins its way anew.
     bool ClickPageUntil(const std::function<bool()>& condition) const {
@@ -160,10 +168,18 @@ protected:
         return Until([&] { return Requests(path) >= count; });
     }
 
-    // For what must not come: long enough for several requests to have come.
+    // For what must not come: as long as a page takes to come to another view, which has to start
+    // first, and to come back for more.
     static void WaitAWhile() {
-        constexpr int kWhile = 700; // milliseconds
-        QTest::qWait(kWhile);
+        HttpServer elsewhere;
+        elsewhere.Answers["/"] = Says(
+            PageText("Here", Script("fetch('/more').then(() => document.title = 'And more');")));
+        elsewhere.Answers["/more"] = Says(PageText("More"));
+        mw::PageView* const other = mw::LoadPageView();
+        ASSERT_NE(other, nullptr);
+        other->Navigate(QUrl(QString::fromStdString(elsewhere.Address("/"))));
+        EXPECT_TRUE(Until([&] { return other->LocationName() == "And more"; }));
+        delete other->Widget();
     }
 
     HttpServer Web;
