@@ -558,14 +558,18 @@ TEST_F(Pages, ReadNoLocalFiles) {
                "refused");
 }
 
+// What another site's frame shows is hidden from the page, as a file would be.
 TEST_F(Pages, ShowNoLocalFilesInAFrame) {
+    forms::HttpServer elsewhere;
+    elsewhere.Answers["/"] = Says(PageText("Elsewhere"));
     Serve("/", "Home",
-          "<iframe id=f src='file:///etc/passwd'></iframe>" +
-              Script("setTimeout(() => { let t = ''; try { t = "
-                     "f.contentDocument.body.textContent; } catch (e) {} "
-                     "document.title = 'frame: ' + t.length; }, 400);"));
+          "<iframe src='file:///etc/passwd'></iframe><iframe src='" + elsewhere.Address("/") +
+              "'></iframe>" +
+              Script("const at = frame => { try { return frame.location.href; } "
+                     "catch (e) { return 'hidden'; } };"
+                     "onload = () => document.title = at(frames[0]) + ', ' + at(frames[1]);"));
     Open();
-    EXPECT_TRUE(HasCaption("frame: 0")) << Caption();
+    EXPECT_TRUE(HasCaption("about:blank, hidden")) << Caption();
 }
 
 TEST_F(Pages, StartNoDownloads) {
