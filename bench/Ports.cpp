@@ -1,4 +1,5 @@
-// The ports for the benches: they answer what the rules need and do nothing.
+// The ports for the benches: they answer what the rules need and do nothing. The settings store and
+// the version check are the real ones.
 #include "sound/PlaySound.h"
 #include "ui/BrowserControls.h"
 #include "ui/Clock.h"
@@ -11,7 +12,6 @@
 #include "ui/MessageBox.h"
 #include "ui/OutputControls.h"
 #include "ui/Players.h"
-#include "ui/RegistryStore.h"
 #include "ui/Socket.h"
 #include "ui/SplashControls.h"
 #include "ui/UpdateControls.h"
@@ -83,16 +83,6 @@ std::string wbrScreen::LocationURL() { return {}; }
 
 void SaveUserSetting(const std::string&, const std::string&, const std::string&,
                      const std::string&) {}
-std::int32_t CreateKey(const std::string&, RegistryKey&) { return kNotFound; }
-std::int32_t OpenKey(const std::string&, RegistryKey&) { return kNotFound; }
-std::int32_t SetStringValue(const RegistryKey&, const std::string&, const std::string&) {
-    return kNotFound;
-}
-std::int32_t QueryValue(const RegistryKey&, const std::string&, RegistryValue&) {
-    return kNotFound;
-}
-void CloseKey(RegistryKey&) {}
-
 void PlayWave(const std::string&, const std::string&, std::int32_t, std::int16_t) {}
 void PlayMusic(const std::string&, const std::string&, std::int32_t, std::int16_t) {}
 void wavPlayer::Stop() {}
