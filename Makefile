@@ -8,7 +8,7 @@ TEST_ENV := LANG=C.UTF-8 QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=1 \
 # Of each fuzz target.
 FUZZ_SECONDS := 60
 
-.PHONY: run test tour bench fuzz setup release sanitized clean
+.PHONY: run test tour bench instructions fuzz setup release sanitized clean
 
 # The demo world and the client connected to it; without a display, the tour.
 run: release
@@ -24,8 +24,14 @@ test: sanitized release
 tour: release
 	scripts/tour $(RELEASE)
 
+# One table of the modules and of the whole program against their bars, also kept in
+# bench/history.md.
 bench: release
-	$(RELEASE)/bench/benchmarks
+	$(RELEASE)/bench/bench --history bench/history.md
+
+# Keeps the modules' instruction counts, that the tests hold them to, anew.
+instructions: release
+	bench/instructions.py $(RELEASE)/bench/instructions --renew
 
 # Each target for FUZZ_SECONDS, side by side; what they learn is kept in build/corpus.
 fuzz: setup
