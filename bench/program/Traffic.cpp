@@ -1,0 +1,200 @@
+// Every quantity is measured in turn, five rounds over, so that what else the machine does meets
+// all of them alike.
+#include "bench/Corpus.h"
+#include "bench/program/Client.h"
+#include "bench/program/Program.h"
+#include "bench/program/Reference.h"
+
+#include <iostream>
+#include <map>
+#include <stdexcept>
+
+namespace bench {
+namespace {
+
+constexpr int kRounds = 5;
+constexpr std::size_t kMegabyte = 1000000;
+constexpr std::size_t kClientText = 32 * kMegabyte;
+constexpr std::size_t kReferenceText = 512 * kMegabyte;
+constexpr int kPings = 2000;
+constexpr int kKeys = 100; // a round
+constexpr int kPaints = 40;
+constexpr double kBriskFlood = 5e6; // bytes a second
+
+const std::string kPlain = Text(kMegabyte, Dress::Plain);
+const std::string kColoured = Text(kMegabyte, Dress::Coloured);
+const std::string kFlood = Text(kMegabyte / 100, Dress::Coloured);
+
+struct Players {
+    Client OnX{Platform::X, 0};
+    Client Offscreen{Platform::Offscreen, 0};
+    Client With1000{Platform::X, 1000};
+    Client With10000{Platform::X, 10000};
+    Reference Reader;
+
+    Players() {
+        for (Client* const client : {&OnX, &Offscreen, &With1000, &With10000})
+            client->AwaitConnection();
+    }
+};
+
+// What a round gives, by name.
+using Results = std::map<std::string, Sample>;
+
+void MeasureRates(Players& players, Results& results) {
+    struct Stream {
+        const char* Name;
+        Wire& Way;
+        const std::string& Text;
+        std::size_t Size;
+    };
+    const Stream streams[] = {
+        {"reader, coloured", players.Reader.Game, kColoured, kReferenceText},
+        {"reader, plain", players.Reader.Game, kPlain, kReferenceText},
+        {"X, coloured", *players.OnX.Game, kColoured, kClientText},
+        {"X, plain", *players.OnX.Game, kPlain, kClientText},
+        {"X, 1,000", *players.With1000.Game, kColoured, kClientText},
+        {"X, 10,000", *players.With10000.Game, kColoured, kClientText},
+        {"offscreen, coloured", *players.Offscreen.Game, kColoured, kClientText},
+        {"offscreen, plain", *players.Offscreen.Game, kPlain, kClientText},
+    };
+    for (const Stream& stream : streams)
+        results[stream.Name].push_back(StreamRate(stream.Way, stream.Text, stream.Size));
+}
+
+void MeasureRoundTrips(const std::string& name, Wire& wire, Results& results) {
+    const Sample times = RoundTrips(wire, kPings);
+    results[name + ", p50"].push_back(Percentile(times, 0.5));
+    results[name + ", p99"].push_back(Percentile(times, 0.99));
+}
+
+// Milliseconds from the press of Return to the line's arrival at the server.
+Sample KeyTimes(Client& client) {
+    constexpr int kShortestMs = 10;
+    constexpr int kSpreadMs = 23; // the presses fall on all parts of a frame
+    Sample times;
+    for (int i = 0; i < kKeys; ++i) {
+        std::this_thread::sleep_for(Milliseconds(kShortestMs + 7 * i % kSpreadMs));
+        client.Display->Press("n");
+        const Moment start = Now();
+        client.Display->Press("Return");
+        client.Game->AwaitReply();
+        times.push_back(MsSince(start));
+    }
+    return times;
+}
+
+void MeasureKeys(Client& client, Results& results) {
+    const auto add = [&results](const std::string& name, const Sample& times) {
+        results[name + ", p50"].push_back(Percentile(times, 0.5));
+        results[name + ", p95"].push_back(Percentile(times, 0.95));
+    };
+    client.Display->GiveKeys();
+    client.Game->Drain();
+    add("keys idle", KeyTimes(client));
+    {
+        const Flood flood(*client.Game, kFlood, kBriskFlood);
+        add("keys brisk", KeyTimes(client));
+    }
+    const Flood flood(*client.Game, kFlood, Flood::kUnbounded);
+    add("keys flood", KeyTimes(client));
+}
+
+// Milliseconds from the last byte of a line to its being there on the screen. Two colours take
+// turns, so that a line is not taken for the one before.
+Sample PaintTimes(Client& client) {
+    struct Line {
+        const char* Text;
+        Colour Looks;
+    };
+    constexpr Line kLines[] = {{"\x1b[0;1;31m", {255, 0, 0}}, {"\x1b[0;1;32m", {0, 255, 0}}};
+    constexpr Area kEndOfOutput{0, 600, 120, 40};
+    constexpr int kLimitMs = 1000;
+    Sample times;
+    for (int i = 0; i < kPaints; ++i) {
+        const Line& line = kLines[i % 2];
+        std::this_thread::sleep_for(Milliseconds(50 + 3 * i % 17));
+        while (client.Display->NextPaint(0)) {
+        }
+        const Moment start = Now();
+        client.Game->Send("\r\n" + std::string(line.Text) + "########. ");
+        while (client.Display->NextPaint(kLimitMs)) {
+            if (client.Display->Shows(kEndOfOutput, line.Looks))
+                break;
+        }
+        times.push_back(MsSince(start));
+    }
+    return times;
+}
+
+std::string WithRatio(double rate, double reference) {
+    return Amount(rate, "MB/s") + ", 1/" + Amount(reference / rate, "of the reader");
+}
+
+void AddRates(Table& table, const Results& results) {
+    const auto median = [&results](const std::string& name) { return Median(results.at(name)); };
+    const double reader = median("reader, coloured");
+    const double plainReader = median("reader, plain");
+    const double alone = median("X, coloured");
+    table.Add("reference reader, coloured text", reader, "MB/s");
+    table.Add("reference reader, plain text", plainReader, "MB/s");
+    table.Add("coloured text, X", WithRatio(alone, reader), alone / reader,
+              AtLeast(1.0 / 30, "1/30 of the reader"));
+    table.Add("coloured text, offscreen", WithRatio(median("offscreen, coloured"), reader),
+              median("offscreen, coloured") / reader, AtLeast(1.0 / 30, "1/30 of the reader"));
+    table.Add("plain text, X", WithRatio(median("X, plain"), plainReader));
+    table.Add("plain text, offscreen", WithRatio(median("offscreen, plain"), plainReader));
+    for (const std::string count : {"1,000", "10,000"}) {
+        const double rate = median("X, " + count);
+        table.Add("coloured text, X, " + count + " triggers", Amount(rate, "MB/s"), rate / alone,
+                  AtLeast(0.5, "1/2 of that without"));
+    }
+}
+
+void AddTimes(Table& table, const Results& results) {
+    const auto median = [&results](const std::string& name) { return Median(results.at(name)); };
+    const double reader = median("ping reader, p50");
+    table.Add("round trip of the reader, p50", 1000 * reader, "us");
+    for (const std::string where : {"X", "offscreen"}) {
+        const double p50 = median("ping " + where + ", p50");
+        table.Add("trigger round trip, " + where + ", p50",
+                  Amount(1000 * p50, "us") + ", " + Amount(p50 / reader, "x the reader's"),
+                  p50 / reader, AtMost(4, "4x the reader's"));
+        table.Add("trigger round trip, " + where + ", p99",
+                  1000 * median("ping " + where + ", p99"), "us", AtMost(1000, "1 ms"));
+    }
+    for (const char* const state : {"idle", "brisk", "flood"})
+        table.Add(std::string("Return to server, ") + state + ", p50",
+                  median(std::string("keys ") + state + ", p50"), "ms");
+    table.Add("Return to server, idle, p95", median("keys idle, p95"), "ms", AtMost(1, "1 ms"));
+    table.Add("Return to server, at 5 MB/s, p95", median("keys brisk, p95"), "ms");
+    table.Add("Return to server, full flood, p95", median("keys flood, p95"), "ms",
+              AtMost(8, "8 ms"));
+    table.Add("last byte to painted frame, p50", median("paint, p50"), "ms");
+    table.Add("last byte to painted frame, p95", median("paint, p95"), "ms");
+}
+
+} // namespace
+
+void AddTraffic(Table& table) {
+    Players players;
+    Results results;
+    for (int round = 1; round <= kRounds; ++round) {
+        std::cerr << "Round " << round << " of " << kRounds << "\n";
+        MeasureRates(players, results);
+        MeasureRoundTrips("ping reader", players.Reader.Game, results);
+        MeasureRoundTrips("ping X", *players.OnX.Game, results);
+        MeasureRoundTrips("ping offscreen", *players.Offscreen.Game, results);
+        MeasureKeys(players.OnX, results);
+    }
+    players.OnX.Display->WatchPaints();
+    for (int round = 1; round <= kRounds; ++round) {
+        const Sample times = PaintTimes(players.OnX);
+        results["paint, p50"].push_back(Percentile(times, 0.5));
+        results["paint, p95"].push_back(Percentile(times, 0.95));
+    }
+    AddRates(table, results);
+    AddTimes(table, results);
+}
+
+} // namespace bench
