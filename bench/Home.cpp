@@ -4,6 +4,7 @@
 #include "automation/MacroFiles.h"
 #include "config/ClientConfig.h"
 #include "config/FileHandler.h"
+#include "config/Palette.h"
 
 #include <cstdlib>
 #include <stdexcept>
@@ -29,6 +30,7 @@ void Keep(const std::filesystem::path& home, const std::vector<mw::MudEntry>& ga
     mw::PrepareFolders();
     mw::MudList = games;
     mw::MacroSets = sets;
+    mw::Palette = mw::kDefaultPalette;
     mw::SaveMudList();
     mw::SaveClientConfig();
     mw::SaveAllMacroSets();

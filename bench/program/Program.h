@@ -11,6 +11,9 @@ void AddTraffic(Table& table);
 // Memory over much text, and what the client does while nothing happens.
 void AddRest(Table& table);
 
+// From the last byte of a line to its being there on the screen.
+void AddPaint(Table& table);
+
 void AddStart(Table& table);
 
 } // namespace bench

@@ -17,8 +17,7 @@ constexpr std::size_t kMegabyte = 1000000;
 constexpr std::size_t kClientText = 32 * kMegabyte;
 constexpr std::size_t kReferenceText = 512 * kMegabyte;
 constexpr int kPings = 2000;
-constexpr int kKeys = 100; // a round
-constexpr int kPaints = 40;
+constexpr int kKeys = 100;          // a round
 constexpr double kBriskFlood = 5e6; // bytes a second
 
 const std::string kPlain = Text(kMegabyte, Dress::Plain);
@@ -100,33 +99,6 @@ void MeasureKeys(Client& client, Results& results) {
     add("keys flood", KeyTimes(client));
 }
 
-// Milliseconds from the last byte of a line to its being there on the screen. Two colours take
-// turns, so that a line is not taken for the one before.
-Sample PaintTimes(Client& client) {
-    struct Line {
-        const char* Text;
-        Colour Looks;
-    };
-    constexpr Line kLines[] = {{"\x1b[0;1;31m", {255, 0, 0}}, {"\x1b[0;1;32m", {0, 255, 0}}};
-    constexpr Area kEndOfOutput{0, 600, 120, 40};
-    constexpr int kLimitMs = 1000;
-    Sample times;
-    for (int i = 0; i < kPaints; ++i) {
-        const Line& line = kLines[i % 2];
-        std::this_thread::sleep_for(Milliseconds(50 + 3 * i % 17));
-        while (client.Display->NextPaint(0)) {
-        }
-        const Moment start = Now();
-        client.Game->Send("\r\n" + std::string(line.Text) + "########. ");
-        while (client.Display->NextPaint(kLimitMs)) {
-            if (client.Display->Shows(kEndOfOutput, line.Looks))
-                break;
-        }
-        times.push_back(MsSince(start));
-    }
-    return times;
-}
-
 std::string WithRatio(double rate, double reference) {
     return Amount(rate, "MB/s") + ", 1/" + Amount(reference / rate, "of the reader");
 }
@@ -170,8 +142,6 @@ void AddTimes(Table& table, const Results& results) {
     table.Add("Return to server, at 5 MB/s, p95", median("keys brisk, p95"), "ms");
     table.Add("Return to server, full flood, p95", median("keys flood, p95"), "ms",
               AtMost(8, "8 ms"));
-    table.Add("last byte to painted frame, p50", median("paint, p50"), "ms");
-    table.Add("last byte to painted frame, p95", median("paint, p95"), "ms");
 }
 
 } // namespace
@@ -186,12 +156,6 @@ void AddTraffic(Table& table) {
         MeasureRoundTrips("ping X", *players.OnX.Game, results);
         MeasureRoundTrips("ping offscreen", *players.Offscreen.Game, results);
         MeasureKeys(players.OnX, results);
-    }
-    players.OnX.Display->WatchPaints();
-    for (int round = 1; round <= kRounds; ++round) {
-        const Sample times = PaintTimes(players.OnX);
-        results["paint, p50"].push_back(Percentile(times, 0.5));
-        results["paint, p95"].push_back(Percentile(times, 0.95));
     }
     AddRates(table, results);
     AddTimes(table, results);

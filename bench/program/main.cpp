@@ -1,5 +1,5 @@
 // Measures the modules and the whole program, prints one table, and adds it to a file.
-// Usage: bench [--history FILE] [--commit NAME] [--only modules|traffic|rest|start]
+// Usage: bench [--history FILE] [--commit NAME] [--only modules|traffic|paint|rest|start]
 #include "bench/program/Modules.h"
 #include "bench/program/Program.h"
 
@@ -23,10 +23,8 @@ struct Part {
 };
 
 constexpr Part kParts[] = {
-    {"modules", bench::AddModules},
-    {"traffic", bench::AddTraffic},
-    {"rest", bench::AddRest},
-    {"start", bench::AddStart},
+    {"modules", bench::AddModules}, {"traffic", bench::AddTraffic}, {"paint", bench::AddPaint},
+    {"rest", bench::AddRest},       {"start", bench::AddStart},
 };
 
 void Run(std::map<std::string, std::string> options) {
