@@ -66,7 +66,7 @@ Usage UsageOf(const Process& process) {
         Usage::Thread& thread = usage.Threads[entry.path().filename()];
         std::ifstream(entry.path() / "schedstat") >> thread.CpuMs;
         thread.CpuMs /= kNanosecondsAMs;
-        thread.WakeUps = NumberIn(entry.path() / "status", "voluntary_ctxt_switches");
+        thread.Switches = NumberIn(entry.path() / "status", "voluntary_ctxt_switches");
     }
     return usage;
 }
@@ -78,10 +78,10 @@ Usage::Thread Between(const Usage& before, const Usage& after) {
         const Usage::Thread none;
         const Usage::Thread& start = earlier == before.Threads.end() ? none : earlier->second;
         sum.CpuMs += thread.CpuMs - start.CpuMs;
-        sum.WakeUps += thread.WakeUps - start.WakeUps;
+        sum.Switches += thread.Switches - start.Switches;
     }
     for (const auto& [id, thread] : before.Threads)
-        sum.WakeUps += after.Threads.contains(id) ? 0 : 1;
+        sum.Switches += after.Threads.contains(id) ? 0 : 1;
     return sum;
 }
 

@@ -24,14 +24,14 @@ struct Process {
 struct Usage {
     struct Thread {
         double CpuMs = 0;
-        double WakeUps = 0; // how often it went to sleep and came back
+        double Switches = 0; // how often it went to sleep and came back
     };
     std::map<std::string, Thread> Threads; // by id
 };
 
 Usage UsageOf(const Process& process);
 
-// All threads together. What one did that ended meanwhile is not known, but that it woke up to end.
+// All threads together. What one did that ended meanwhile is not known, but that it ended.
 Usage::Thread Between(const Usage& before, const Usage& after);
 
 double ResidentMb(const Process& process); // 10^6 bytes
