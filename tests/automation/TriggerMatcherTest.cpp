@@ -1,5 +1,7 @@
 #include "automation/TriggerMatcher.h"
 
+#include "support/RandomInputs.h"
+
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
@@ -74,7 +76,9 @@ TEST(TriggerMatching, NestedTextsOfOneLetterAreAllFound) {
 }
 
 TEST(TriggerMatching, AgreesWithThePlainCheckOnRandomTablesAndLines) {
-    std::mt19937 random(20261);
+    constexpr unsigned kSeed = 20261;
+    constexpr int kLines = 20; // a table
+    std::mt19937 random(kSeed);
     const auto upTo = [&random](unsigned most) {
         return static_cast<unsigned>(random() % (most + 1));
     };
@@ -84,13 +88,13 @@ TEST(TriggerMatching, AgreesWithThePlainCheckOnRandomTablesAndLines) {
             made += static_cast<char>("abc\xff"[upTo(3)]);
         return made;
     };
-    for (int round = 0; round < 2000; ++round) {
+    for (int round = RandomInputs(40000, kSeed) / kLines; round > 0; --round) {
         std::vector<std::string> texts;
         for (unsigned i = upTo(30); i > 0; --i)
             texts.push_back(text(6));
         const std::vector<TriggerEntry> table = Table(texts);
         const TriggerMatcher matcher = BuildMatcher(table);
-        for (int i = 0; i < 20; ++i) {
+        for (int i = 0; i < kLines; ++i) {
             const std::string line = "b" + text(40);
             ASSERT_EQ(MatchesIn(matcher, line), PlainMatches(table, line)) << round << " " << line;
         }

@@ -4,8 +4,10 @@
 #include "base/Error.h"
 #include "base/Globals.h"
 #include "fakes/Fakes.h"
+#include "support/RandomInputs.h"
 
 #include <ostream>
+#include <random>
 
 namespace mw {
 namespace {
@@ -54,6 +56,59 @@ TEST_P(TriggerCheck, SendsTheReactionsOfALine) {
 
 INSTANTIATE_TEST_SUITE_P(Lines, TriggerCheck, testing::ValuesIn(kCases),
                          [](const auto& row) { return row.param.Name; });
+
+// The check as it is described: each text is looked for by itself.
+std::string PlainAnswer(const std::vector<TriggerEntry>& table, const std::string& line) {
+    std::string sent;
+    if (table[0].Trigger.empty())
+        return sent;
+    for (const TriggerEntry& entry : table) {
+        if (!line.empty() && line.find(entry.Trigger) != std::string::npos)
+            sent += entry.React + "\r";
+    }
+    return sent;
+}
+
+class RandomTriggers : public RuleTest {
+protected:
+    RandomTriggers() {
+        fakes::OnCall = [](const std::string&) { fakes::Calls.clear(); };
+    }
+
+    std::string Text(std::size_t longest) {
+        std::string text;
+        for (std::size_t i = Random() % (longest + 1); i > 0; --i)
+            text += "ab \n"[Random() % 4];
+        return text;
+    }
+
+    std::vector<TriggerEntry> Table() {
+        std::vector<TriggerEntry> table(1 + Random() % 20);
+        for (std::size_t i = 0; i < table.size(); ++i)
+            table[i] = {Text(5), std::to_string(i)};
+        return table;
+    }
+
+    static constexpr unsigned kSeed = 3301;
+    std::mt19937 Random{kSeed};
+};
+
+TEST_F(RandomTriggers, AnswerAsThePlainLoopDoes) {
+    constexpr int kLines = 10; // a table
+    std::size_t answers = 0;
+    for (int round = RandomInputs(20000, kSeed) / kLines; round > 0; --round) {
+        const std::vector<TriggerEntry> table = Table();
+        CurrentSet().Triggers = TriggerTable(table);
+        for (int i = 0; i < kLines; ++i) {
+            const std::string line = Text(30);
+            fakes::Sends.clear();
+            CheckTriggers(line);
+            ASSERT_EQ(fakes::Sent(), PlainAnswer(table, line)) << line;
+            answers += fakes::Sends.empty() ? 0u : 1u;
+        }
+    }
+    EXPECT_GT(answers, 1000u);
+}
 
 class Reactions : public RuleTest {};
 

@@ -3,14 +3,14 @@
 #include "automation/Macros.h"
 #include "fakes/Fakes.h"
 #include "sound/SoundTrigger.h"
+#include "support/RandomInputs.h"
 #include "terminal/Ansi.h"
 #include "terminal/Output.h"
+#include "terminal/PlainRoad.h"
 
 #include <algorithm>
-#include <map>
 #include <numeric>
 #include <random>
-#include <sstream>
 
 namespace mw {
 namespace {
@@ -689,187 +689,14 @@ TEST_F(Walk, PaintsTheSameByteByByteButForBreaks) {
     EXPECT_EQ(CurrentColour, colour);
 }
 
-// The walk as it is described: one character a step, and every effect written down. The trigger
-// itself is read by ReadSoundTrigger, which has its own tests.
-class PlainWalk {
-public:
-    Strings Effects;
-    std::string Buffer;
-    bool LineStart = false;
-    std::int32_t Colour = kPlainWhite;
-
-    void Receive(const std::string& text) {
-        Buffer += text;
-        std::string breaks;
-        std::string run;
-        for (;;) {
-            if (Buffer.empty()) {
-                if (!run.empty())
-                    AppendRun(run);
-                return;
-            }
-            const char ch = Buffer[0];
-            if (ch == '\r' || ch == '\n') {
-                LineStart = true;
-                breaks += ch;
-                Buffer.erase(0, 1);
-            } else if (ch == '\x1b') {
-                LineStart = false;
-                run += breaks;
-                breaks.clear();
-                AppendRun(run);
-                run.clear();
-                if (!Decode()) {
-                    while (LinesThatWait > 0)
-                        AppendRun("");
-                    return;
-                }
-            } else if (Buffer.starts_with("!!SOUND(Off)")) {
-                Buffer.erase(0, 12);
-                LineStart = false;
-                Effects.emplace_back("Stop wave");
-            } else if (Buffer.starts_with("!!MUSIC(Off)")) {
-                Buffer.erase(0, 12);
-                LineStart = false;
-                Effects.emplace_back("Stop music");
-            } else if (LineStart &&
-                       (Buffer.starts_with("!!SOUND") || Buffer.starts_with("!!MUSIC"))) {
-                LineStart = false;
-                if (!Play()) {
-                    run += breaks + ch;
-                    breaks = "False";
-                    Buffer.erase(0, 1);
-                }
-            } else {
-                run += breaks + ch;
-                breaks.clear();
-                Buffer.erase(0, 1);
-                LineStart = false;
-            }
-        }
-    }
-
-private:
-    std::size_t LinesThatWait = 0;
-
-    void AppendRun(std::string text) {
-        std::erase(text, '\r');
-        LinesThatWait += static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
-        if (LinesThatWait > 0)
-            --LinesThatWait;
-        std::ostringstream effect;
-        effect << "Append " << std::hex << Colour << ' ' << text;
-        Effects.push_back(effect.str());
-    }
-
-    bool Decode() {
-        Colour = Palette[MwWhite];
-        std::size_t end = Buffer.find('m');
-        if (end == std::string::npos)
-            end = Buffer.find('K');
-        if (end == std::string::npos)
-            return false;
-        std::string code;
-        for (std::size_t i = 2; i <= end; ++i)
-            code += Buffer[i];
-        Buffer.erase(0, end + 1);
-        // The rows that kPieces can spell.
-        const std::map<std::string, Slot> colours = {
-            {"30m", MwBlack},  {"0;30m", MwBlack},  {"0;0;30m", MwBlack}, {"0;1;30m", MwGrey},
-            {"0;31m", MwLRed}, {"0;0;31m", MwLRed}, {"0;1;31m", MwBRed},  {"1;31m", MwGrey},
-        };
-        if (colours.contains(code))
-            Colour = Palette[colours.at(code)];
-        if (code == "2K")
-            Effects.emplace_back("Send SMWCLIENT\r");
-        return true;
-    }
-
-    bool Play() {
-        const SoundTrigger trigger = ReadSoundTrigger(Buffer);
-        if (trigger.Length == 0)
-            return false;
-        const auto holds = [this](const char* text) {
-            return Buffer.find(text) != std::string::npos;
-        };
-        const bool music = !holds("!!SOUND") || holds(".mid");
-        const auto complete = [music](std::string name) {
-            const char* const extension = music ? ".mid" : ".wav";
-            return name.find(extension) == std::string::npos ? name + extension : name;
-        };
-        std::ostringstream effect;
-        effect << "Play " << (music ? "music " : "wave ") << complete(trigger.FileName) << '|'
-               << complete(trigger.Address) << '|' << trigger.Volume << '|' << trigger.Priority;
-        Effects.push_back(effect.str());
-        Buffer.erase(0, trigger.Length);
-        return true;
-    }
-};
-
-// What the client did, in the words of PlainWalk.
-Strings Effects() {
-    Strings effects;
-    for (const std::string& call : fakes::Calls) {
-        for (const char* kind : {"Append ", "Stop ", "Play ", "Send ", "Message "}) {
-            if (call.starts_with(kind))
-                effects.push_back(call);
-        }
-    }
-    return effects;
-}
-
-const Strings kPieces = {
-    "\x1b",
-    "\x1b[",
-    "m",
-    "K",
-    "\x1b[0;31m",
-    "\x1b[1;31m",
-    "\x1b[2K",
-    "0",
-    "1",
-    ";",
-    "30m",
-    "31m",
-    "\r",
-    "\n",
-    "\r\n",
-    "!!SOUND(Off)",
-    "!!MUSIC(Off)",
-    "!!SOUND(",
-    "!!MUSIC(",
-    "!!SOUND",
-    "!",
-    "!!",
-    "(Off)",
-    ")",
-    ".mid",
-    ".wav",
-    "V=8 ",
-    "P=6 ",
-    "U=x",
-    "a",
-    "b",
-    " ",
-    "\n!!SOUND(",
-    "\n!!MUSIC(",
-    "\x1b[0;1;31m",
-};
-
-std::string RandomText(std::mt19937& random, std::size_t most) {
-    std::string text;
-    for (std::size_t i = random() % (most + 1); i > 0; --i)
-        text += kPieces[random() % kPieces.size()];
-    return text;
-}
-
 TEST_F(Walk, DoesWhatAWalkOneByOneDoesCutAnywhere) {
-    std::mt19937 random(2202);
+    constexpr unsigned kSeed = 2202;
+    std::mt19937 random(kSeed);
     std::size_t played = 0;
     std::size_t waited = 0;
-    for (int round = 0; round < 20000; ++round) {
+    for (int round = RandomInputs(20000, kSeed); round > 0; --round) {
         StartAgain();
-        PlainWalk plain;
+        PlainRoad plain;
         const std::string text = RandomText(random, 14);
         std::string cuts;
         for (std::size_t at = 0; at < text.size();) {
@@ -897,7 +724,7 @@ TEST_F(Walk, DoesWhatAWalkOneByOneDoesCutInTwoEverywhere) {
         const std::string text = RandomText(random, 12);
         for (std::size_t cut = 0; cut <= text.size(); ++cut) {
             StartAgain();
-            PlainWalk plain;
+            PlainRoad plain;
             for (const std::string& piece : {text.substr(0, cut), text.substr(cut)}) {
                 plain.Receive(piece);
                 Receive(piece);
