@@ -8,7 +8,7 @@ TEST_ENV := LANG=C.UTF-8 QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=1 \
 # Of each fuzz target.
 FUZZ_SECONDS := 60
 
-.PHONY: run test tour bench instructions fuzz setup release sanitized clean
+.PHONY: run test tour bench instructions oracles fuzz setup release sanitized clean
 
 # The demo world and the client connected to it; without a display, the tour.
 run: release
@@ -27,7 +27,15 @@ tour: release
 # One table of the modules and of the whole program against their bars, also kept in
 # bench/history.md.
 bench: release
-	$(RELEASE)/bench/bench --history bench/history.md
+	scripts/bench $(RELEASE)
+
+# The straightforward walk, trigger loop and box against the client's, on a million random inputs
+# each.
+oracles: release
+	QUILLMERE_RANDOM_INPUTS=1000000 $(RELEASE)/tests/terminal_tests \
+		--gtest_filter='*DoesWhatAWalkOneByOneDoesCutAnywhere:Road.*'
+	QUILLMERE_RANDOM_INPUTS=1000000 $(RELEASE)/tests/automation_tests \
+		--gtest_filter='*AgreesWithThePlainCheck*:RandomTriggers.*'
 
 # Keeps the modules' instruction counts, that the tests hold them to, anew.
 instructions: release

@@ -16,13 +16,13 @@ namespace {
 constexpr std::size_t kSettings = 8; // as many as the client keeps of its window and its font
 constexpr std::size_t kVersions = 1000;
 
-// A reader and a writer of one kind of text: what it is made from, and what it is read over.
-template <typename Parsed, typename Made>
+// A reader and a writer of one kind of text.
+template <typename Made>
 void Add(std::vector<Work>& all, const char* name, const Made& made,
-         std::string (*format)(const Made&), Parsed (*parse)(std::string_view, Made)) {
+         std::string (*format)(const Made&), Made (*parse)(std::string_view, Made)) {
     const std::string text = format(made);
     all.push_back({std::string(name) + ", read", text.size(), Unit::Bytes,
-                   [=] { return [=] { parse(text, made); }; }});
+                   [=] { return [=] { parse(text, Made()); }; }});
     all.push_back({std::string(name) + ", written", text.size(), Unit::Bytes,
                    [=] { return [=] { format(made); }; }});
 }

@@ -35,7 +35,11 @@ void TriggerMemory(benchmark::State& state) {
     state.counters["bytes/trigger"] =
         static_cast<double>(bytes) / static_cast<double>(table.size());
 }
-BENCHMARK(TriggerMemory)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(TriggerMemory)
+    ->Name("automaton's memory at")
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace
 

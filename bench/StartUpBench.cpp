@@ -27,7 +27,7 @@ void RunStage(benchmark::State& state) {
     }
 }
 // Mud list, configuration, macro sets, version check.
-BENCHMARK(RunStage)->DenseRange(1, 4)->Unit(benchmark::kMillisecond);
+BENCHMARK(RunStage)->Name("stage of the start")->DenseRange(1, 4)->Unit(benchmark::kMillisecond);
 
 void SaveStage(benchmark::State& state) {
     const PlayersFolder folder;
@@ -38,6 +38,6 @@ void SaveStage(benchmark::State& state) {
     }
     mw::SavingMode = false;
 }
-BENCHMARK(SaveStage)->DenseRange(1, 3)->Unit(benchmark::kMillisecond);
+BENCHMARK(SaveStage)->Name("stage of the saving")->DenseRange(1, 3)->Unit(benchmark::kMillisecond);
 
 } // namespace

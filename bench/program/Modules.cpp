@@ -24,17 +24,21 @@ struct Rows : benchmark::BenchmarkReporter {
         return run.run_name.args.empty() ? "" : " " + run.run_name.args;
     }
 
+    // Rates are by processor time, so the time beside one is too.
     static std::string Measured(const Run& run) {
-        std::string text = Amount(run.GetAdjustedRealTime(), "ms");
-        for (const auto& [name, counter] : run.counters) {
-            if (name == "bytes_per_second")
-                text += ", " + Amount(counter / 1e6, "MB/s");
-            else if (name == "items_per_second")
-                text += ", " + Amount(counter / 1e6, "million/s");
-            else
-                text += ", " + Amount(counter, name);
-        }
-        return text;
+        const auto counter = [&run](const char* name) {
+            const auto found = run.counters.find(name);
+            return found == run.counters.end() ? 0.0 : found->second.value;
+        };
+        const std::string cpu = Amount(run.GetAdjustedCPUTime(), "ms, ");
+        if (const double bytes = counter("bytes_per_second"); bytes > 0)
+            return cpu + Amount(bytes / 1e6, "MB/s");
+        if (const double items = counter("items_per_second"); items > 0)
+            return cpu + (items < 1e6 ? Amount(items / 1e3, "thousand/s")
+                                      : Amount(items / 1e6, "million/s"));
+        if (const double bytes = counter("bytes/trigger"); bytes > 0)
+            return cpu + Amount(bytes, "bytes a trigger");
+        return Amount(run.GetAdjustedRealTime(), "ms");
     }
 
     Table& Result;

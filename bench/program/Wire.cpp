@@ -101,6 +101,11 @@ void Wire::Drain() const {
     }
 }
 
+void Settle(Wire& wire) {
+    Ask(wire);
+    wire.Drain();
+}
+
 double StreamRate(Wire& wire, std::string_view text, std::size_t size) {
     wire.Drain();
     const Moment start = Now();
@@ -132,8 +137,6 @@ Flood::Flood(Wire& wire, std::string_view text, double bytesASecond)
 Flood::~Flood() {
     IsStopping = true;
     Thread.join();
-    Ask(Way);
-    Way.Drain();
 }
 
 void Flood::Run(std::string_view text, double bytesASecond) {

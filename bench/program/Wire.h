@@ -45,6 +45,9 @@ struct Wire {
     int Descriptor;
 };
 
+// Lets everything that was sent arrive and be read.
+void Settle(Wire& wire);
+
 // Sends text over and over until there are at least size bytes, and the question. Returns the
 // bytes a second (in 10^6) until the reply is here.
 double StreamRate(Wire& wire, std::string_view text, std::size_t size);
@@ -57,7 +60,7 @@ struct Flood {
     static constexpr double kUnbounded = 0;
 
     Flood(Wire& wire, std::string_view text, double bytesASecond);
-    ~Flood(); // whole lines have been sent, and taken
+    ~Flood(); // at the end of a line
     Flood(const Flood&) = delete;
     Flood& operator=(const Flood&) = delete;
 
