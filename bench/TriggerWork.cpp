@@ -28,10 +28,10 @@ std::function<void()> PrepareBuild(std::size_t count) {
 
 std::vector<Work> TriggerWork() {
     std::vector<Work> all;
-    for (const std::size_t count : {0, 100, 1000, 10000})
+    for (const std::size_t count : {0U, 100U, 1000U, 10000U})
         all.push_back({"trigger check at " + std::to_string(count), kLines, Unit::Lines,
                        [count] { return PrepareCheck(count); }});
-    for (const std::size_t count : {100, 1000, 10000})
+    for (const std::size_t count : {100U, 1000U, 10000U})
         all.push_back({"automaton of " + std::to_string(count), count, Unit::Entries,
                        [count] { return PrepareBuild(count); }});
     return all;

@@ -68,12 +68,12 @@ void MeasureRoundTrips(const std::string& name, Wire& wire, Results& results) {
 
 // Milliseconds from the press of Return to the line's arrival at the server.
 Sample KeyTimes(Client& client) {
-    constexpr int kShortestMs = 10;
+    constexpr int kShortestMs = 20;
     constexpr int kSpreadMs = 23; // the presses fall on all parts of a frame
     Sample times;
     for (int i = 0; i < kKeys; ++i) {
-        std::this_thread::sleep_for(Milliseconds(kShortestMs + 7 * i % kSpreadMs));
         client.Display->Press("n");
+        std::this_thread::sleep_for(Milliseconds(kShortestMs + 7 * i % kSpreadMs));
         const Moment start = Now();
         client.Display->Press("Return");
         client.Game->AwaitReply();

@@ -71,7 +71,7 @@ TEST_F(Road, DoesWhatThePlainOneDoesInASessionOfRandomText) {
     std::size_t answers = 0;
     std::size_t trims = 0;
     BeginAnew();
-    for (int round = RandomInputs(10000, kSeed); round > 0; --round) {
+    for (int round = RandomInputs(4000, kSeed); round > 0; --round) {
         if (Random() % 100 == 0)
             BeginAnew();
         const std::string text = RandomArrival();
@@ -85,8 +85,8 @@ TEST_F(Road, DoesWhatThePlainOneDoesInASessionOfRandomText) {
         answers += holds("Send react") ? 1u : 0u;
         trims += holds("RemoveFirst") ? 1u : 0u;
     }
-    EXPECT_GT(answers, 500u);
-    EXPECT_GT(trims, 20u);
+    EXPECT_GT(answers, 200u);
+    EXPECT_GT(trims, 5u);
 }
 
 } // namespace
