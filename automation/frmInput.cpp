@@ -134,7 +134,12 @@ void SetText(std::string_view text) {
 
 std::size_t TextLength() { return static_cast<std::size_t>(Box->lineEdit()->text().size()); }
 
+// Most appends find the caret where they want it; moving it there again would repaint the box.
 void Select(std::size_t start, std::size_t length) {
+    const QLineEdit& edit = *Box->lineEdit();
+    if (edit.cursorPosition() == static_cast<int>(start + length) &&
+        edit.selectionLength() == static_cast<int>(length))
+        return;
     if (length == 0)
         Box->lineEdit()->setCursorPosition(static_cast<int>(start));
     else

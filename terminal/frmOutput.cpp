@@ -25,6 +25,7 @@
 namespace mw {
 namespace {
 
+constexpr int kBarFrame = 16; // milliseconds
 constexpr int kDefaultFontSize = 10;
 constexpr int kLargestFontSize = 200;
 constexpr std::int32_t kHookToken = 1; // there is one way the box handled its messages before
@@ -49,26 +50,27 @@ int PointSize(const std::string& text) {
     }
 }
 
-// Control bytes have a look of their own: NUL, which telnet uses as padding, takes no room, TAB is
-// a tab stop, and all others are a small dot.
-QString Visible(std::string_view bytes) {
-    QString text = ToQString(bytes);
-    for (QChar& c : text) {
-        const char16_t code = c.unicode();
-        if (code == 0)
-            c = kNoWidth;
-        else if ((code < 32 && code != '\n' && code != '\t') || (code >= 127 && code <= 159))
-            c = QChar(0x00B7);
+// The looks of text that were asked for last; a game uses a handful. Making one takes microseconds.
+const QTextCharFormat& FormatOf(std::int32_t colour, const std::string& fontName,
+                                const std::string& fontSize) {
+    struct Look {
+        std::int32_t Colour;
+        std::string FontName;
+        std::string FontSize;
+        QTextCharFormat Format;
+    };
+    constexpr std::size_t kMostLooks = 64;
+    static std::deque<Look> looks;
+    for (const Look& look : looks) {
+        if (look.Colour == colour && look.FontName == fontName && look.FontSize == fontSize)
+            return look.Format;
     }
-    return text;
-}
-
-QTextCharFormat FormatOf(std::int32_t colour, const std::string& fontName,
-                         const std::string& fontSize) {
+    if (looks.size() == kMostLooks)
+        looks.pop_front();
     QTextCharFormat format;
     format.setFont(MonospacedFont(ToQString(fontName), PointSize(fontSize)));
     format.setForeground(QColor(colour & 255, (colour >> 8) & 255, (colour >> 16) & 255));
-    return format;
+    return looks.emplace_back(colour, fontName, fontSize, format).Format;
 }
 
 } // namespace
@@ -101,6 +103,10 @@ frmOutput::frmOutput(QWidget* parent)
     layout->addWidget(Boxes);
     layout->addWidget(vslRTF);
     setFocusProxy(rtfOutPut);
+    vslRTF->installEventFilter(this);
+    BarFrame.setSingleShot(true);
+    BarFrame.setInterval(kBarFrame);
+    connect(&BarFrame, &QTimer::timeout, this, &frmOutput::MoveBarNow);
 
     connect(vslRTF, &QScrollBar::valueChanged, this, &frmOutput::ScrollBarMoved);
     connect(rtfScroll->verticalScrollBar(), &QScrollBar::rangeChanged, this, &frmOutput::PlaceCopy);
@@ -168,6 +174,25 @@ void frmOutput::HideScrollBack() {
     rtfScroll->clear();
 }
 
+void frmOutput::MoveBarLater(const BarState& state) {
+    if (state == Bar && (BarWaits() || vslRTF->value() == Bar.Maximum))
+        return;
+    Bar = state;
+    if (!BarWaits())
+        BarFrame.start();
+}
+
+void frmOutput::MoveBarNow() {
+    if (!BarWaits())
+        return;
+    BarFrame.stop();
+    const QSignalBlocker quiet(vslRTF);
+    vslRTF->setMaximum(Bar.Maximum);
+    vslRTF->setValue(Bar.Maximum);
+    vslRTF->setSingleStep(Bar.SmallChange);
+    vslRTF->setPageStep(Bar.LargeChange);
+}
+
 void frmOutput::ScrollBarMoved() {
     RunHandler("vslRTF_Change", vslRTF_Change);
     PlaceCopy();
@@ -182,6 +207,7 @@ void frmOutput::PlaceCopy() {
 }
 
 bool frmOutput::ScrollKey(const QKeyEvent& event) {
+    MoveBarNow();
     switch (event.key()) {
     case Qt::Key_PageUp:
         vslRTF->setValue(vslRTF->value() - vslRTF->pageStep());
@@ -198,6 +224,11 @@ bool frmOutput::ScrollKey(const QKeyEvent& event) {
 }
 
 bool frmOutput::eventFilter(QObject* watched, QEvent* event) {
+    // Whoever moves the bar moves it from where it should stand.
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::Wheel)
+        MoveBarNow();
+    if (watched == vslRTF)
+        return false;
     switch (event->type()) {
     case QEvent::ShortcutOverride:
         if (!IsMenuKey(*static_cast<QKeyEvent*>(event)))
@@ -276,7 +307,7 @@ std::size_t TextLength() { return Form ? Form->rtfOutPut->Length() : 0; }
 void Append(std::string_view text, std::int32_t colour, const std::string& fontName,
             const std::string& fontSize) {
     if (Form)
-        Form->rtfOutPut->Append(Visible(text), FormatOf(colour, fontName, fontSize));
+        Form->rtfOutPut->Append(text, FormatOf(colour, fontName, fontSize));
 }
 
 void RemoveFirst(std::size_t count) {
@@ -328,26 +359,26 @@ void Hide() {
 namespace vslRTF {
 
 std::int16_t Max() {
-    return Form ? static_cast<std::int16_t>(Form->vslRTF->maximum()) : std::int16_t{0};
+    if (!Form)
+        return 0;
+    return static_cast<std::int16_t>(Form->BarWaits() ? Form->Bar.Maximum
+                                                      : Form->vslRTF->maximum());
 }
 
 std::int16_t Value() {
-    return Form ? static_cast<std::int16_t>(Form->vslRTF->value()) : std::int16_t{0};
+    if (!Form)
+        return 0;
+    return static_cast<std::int16_t>(Form->BarWaits() ? Form->Bar.Maximum : Form->vslRTF->value());
 }
 
 void SetMaxAndValue(std::int16_t maximum) {
-    if (!Form)
-        return;
-    const QSignalBlocker quiet(Form->vslRTF);
-    Form->vslRTF->setMaximum(maximum);
-    Form->vslRTF->setValue(maximum);
+    if (Form)
+        Form->MoveBarLater({maximum, Form->Bar.SmallChange, Form->Bar.LargeChange});
 }
 
 void SetChange(std::int16_t smallChange, std::int16_t largeChange) {
-    if (!Form)
-        return;
-    Form->vslRTF->setSingleStep(smallChange);
-    Form->vslRTF->setPageStep(largeChange);
+    if (Form)
+        Form->MoveBarLater({Form->Bar.Maximum, smallChange, largeChange});
 }
 
 } // namespace vslRTF

@@ -38,6 +38,20 @@ public:
     void ShowScrollBack();
     void HideScrollBack();
 
+    // What the bar is to be at the next frame. Moving it at every append of a flood would cost more
+    // than the text itself.
+    struct BarState {
+        int Maximum = 0; // the value, too
+        int SmallChange = 1;
+        int LargeChange = 10;
+
+        bool operator==(const BarState&) const = default;
+    };
+    void MoveBarLater(const BarState& state);
+    void MoveBarNow(); // if it waits
+    bool BarWaits() const { return BarFrame.isActive(); }
+    BarState Bar; // as it was asked for last
+
     // Page Up, Page Down and End move vslRTF; true when the key was one of them.
     bool ScrollKey(const QKeyEvent& event);
 
@@ -56,6 +70,7 @@ private:
     bool KeyDown(QKeyEvent* event);
 
     QSplitter* Boxes;
+    QTimer BarFrame;
 };
 
 } // namespace mw

@@ -1,6 +1,7 @@
 #include "ui/qt/OutputView.h"
 
 #include "forms/GameServer.h"
+#include "ui/qt/Text.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -30,7 +31,7 @@ protected:
     }
 
     void Append(const QString& text, Qt::GlobalColor colour = Qt::white) {
-        View.Append(text, Colour(colour));
+        View.Append(FromQString(text), Colour(colour));
     }
 
     // What stands in the document, without looking at the queue.

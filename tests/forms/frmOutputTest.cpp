@@ -42,7 +42,10 @@ protected:
         QCoreApplication::sendEvent(view, &event);
     }
 
-    QScrollBar& Bar() const { return *Output()->vslRTF; }
+    QScrollBar& Bar() const {
+        Output()->MoveBarNow();
+        return *Output()->vslRTF;
+    }
 
     OutputView& Copy() const { return *Output()->rtfScroll; }
 

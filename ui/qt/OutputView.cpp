@@ -1,5 +1,7 @@
 #include "ui/qt/OutputView.h"
 
+#include "ui/qt/Text.h"
+
 #include <algorithm>
 
 #include <QAccessible>
@@ -14,6 +16,20 @@ namespace mw {
 namespace {
 
 constexpr int kFrame = 16; // milliseconds
+
+// NUL, which telnet uses as padding, takes no room, TAB is a tab stop, and all other control bytes
+// are a small dot.
+QString Visible(std::string_view bytes) {
+    QString text = ToQString(bytes);
+    for (QChar& c : text) {
+        const char16_t code = c.unicode();
+        if (code == 0)
+            c = kNoWidth;
+        else if ((code < 32 && code != '\n' && code != '\t') || (code >= 127 && code <= 159))
+            c = QChar(0x00B7);
+    }
+    return text;
+}
 
 } // namespace
 
@@ -33,14 +49,14 @@ OutputView::OutputView(QWidget* parent) : QTextEdit(parent) {
     connect(&Frame, &QTimer::timeout, this, &OutputView::Apply);
 }
 
-void OutputView::Append(const QString& text, const QTextCharFormat& format) {
-    if (text.isEmpty())
+void OutputView::Append(std::string_view bytes, const QTextCharFormat& format) {
+    if (bytes.empty())
         return;
-    QueuedLength += static_cast<std::size_t>(text.size());
-    if (!Queue.empty() && Queue.back().Format == format)
-        Queue.back().Text += text;
+    mw::Append(Queue, bytes);
+    if (!Runs.empty() && Runs.back().Format == format)
+        Runs.back().Length += bytes.size();
     else
-        Queue.push_back({text, format});
+        Runs.push_back({bytes.size(), format});
     if (QAccessible::isActive())
         Apply();
     else if (!Frame.isActive())
@@ -50,18 +66,20 @@ void OutputView::Append(const QString& text, const QTextCharFormat& format) {
 void OutputView::RemoveFirst(std::size_t count) {
     const std::size_t ofDocument = std::min(count, DocumentLength - Removed);
     Removed += ofDocument;
-    count -= ofDocument;
-    while (count > 0 && !Queue.empty()) {
-        QString& text = Queue.front().Text;
-        const std::size_t ofRun = std::min(count, static_cast<std::size_t>(text.size()));
-        text.remove(0, static_cast<qsizetype>(ofRun));
-        QueuedLength -= ofRun;
-        count -= ofRun;
-        if (text.isEmpty())
-            Queue.pop_front();
-    }
+    RemoveQueued(std::min(count - ofDocument, View(Queue).size()));
     if (!Frame.isActive())
         Frame.start();
+}
+
+void OutputView::RemoveQueued(std::size_t count) {
+    TakeFront(Queue, count);
+    while (count > 0) {
+        const std::size_t ofRun = std::min(count, Runs.front().Length);
+        Runs.front().Length -= ofRun;
+        count -= ofRun;
+        if (Runs.front().Length == 0)
+            Runs.pop_front();
+    }
 }
 
 void OutputView::ScrollToEnd() {
@@ -72,7 +90,7 @@ void OutputView::ScrollToEnd() {
 
 void OutputView::Apply() {
     Frame.stop();
-    if (Removed > 0 || !Queue.empty()) {
+    if (Removed > 0 || !Runs.empty()) {
         QTextCursor cursor(document());
         cursor.beginEditBlock();
         ApplyRemoval(cursor);
@@ -96,18 +114,18 @@ void OutputView::ApplyRuns(QTextCursor& cursor) {
     QTextCursor selection = textCursor();
     const int anchor = selection.anchor();
     const int position = selection.position();
-    for (const Run& run : Queue) {
+    for (const Run& run : Runs) {
         cursor.movePosition(QTextCursor::End);
-        cursor.insertText(run.Text, run.Format);
+        cursor.insertText(Visible(View(Queue).substr(0, run.Length)), run.Format);
+        DocumentLength += run.Length;
+        TakeFront(Queue, run.Length);
     }
+    Runs.clear();
     if (anchor != position && (selection.anchor() != anchor || selection.position() != position)) {
         selection.setPosition(anchor);
         selection.setPosition(position, QTextCursor::KeepAnchor);
         setTextCursor(selection);
     }
-    DocumentLength += QueuedLength;
-    QueuedLength = 0;
-    Queue.clear();
 }
 
 void OutputView::CopyFrom(OutputView& other) {

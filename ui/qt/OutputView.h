@@ -1,11 +1,15 @@
 // The text box of the output: coloured runs at its end, removals at its beginning.
 //
 // Both are queued and applied once a frame in one edit; a run that a removal takes away again
-// before that is never inserted. Whoever reads the box with keys, mouse or by accessibility sees
-// the queue applied first. 40-character runs one by one cost 5 times as much.
+// before that is never inserted, nor even turned into characters. Whoever reads the box with keys,
+// mouse or by accessibility sees the queue applied first. 40-character runs one by one cost 5 times
+// as much.
 #pragma once
 
+#include "base/TextQueue.h"
+
 #include <deque>
+#include <string_view>
 
 #include <QTextEdit>
 #include <QTimer>
@@ -22,9 +26,10 @@ public:
     explicit OutputView(QWidget* parent = nullptr);
 
     // Characters, those in the queue included.
-    std::size_t Length() const { return DocumentLength - Removed + QueuedLength; }
+    std::size_t Length() const { return DocumentLength - Removed + View(Queue).size(); }
 
-    void Append(const QString& text, const QTextCharFormat& format);
+    // One byte is one character; control bytes but LF and TAB have a look of their own.
+    void Append(std::string_view bytes, const QTextCharFormat& format);
     void RemoveFirst(std::size_t count);
     void ScrollToEnd();
 
@@ -47,15 +52,16 @@ protected:
 
 private:
     struct Run {
-        QString Text;
+        std::size_t Length; // in the queue, where the runs follow each other
         QTextCharFormat Format;
     };
 
+    void RemoveQueued(std::size_t count);
     void ApplyRemoval(QTextCursor& cursor);
     void ApplyRuns(QTextCursor& cursor);
 
-    std::deque<Run> Queue;
-    std::size_t QueuedLength = 0;
+    TextQueue Queue;
+    std::deque<Run> Runs;
     std::size_t DocumentLength = 0;
     std::size_t Removed = 0; // of the document's characters, not applied yet
     bool AtEnd = true;       // the last line is to stay in sight
