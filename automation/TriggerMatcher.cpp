@@ -122,6 +122,7 @@ struct Builder {
 
 TriggerMatcher BuildMatcher(const std::vector<TriggerEntry>& entries) {
     Builder builder{entries, {}, {}};
+    builder.Matcher.Filter = BuildFilter(entries);
     builder.Sort();
     builder.Matcher.Nodes.emplace_back();
     builder.Matcher.Labels.push_back(0);
@@ -133,7 +134,7 @@ TriggerMatcher BuildMatcher(const std::vector<TriggerEntry>& entries) {
 
 std::vector<std::size_t> MatchesIn(const TriggerMatcher& matcher, std::string_view line) {
     std::vector<std::size_t> matches;
-    if (matcher.Nodes.empty())
+    if (matcher.Nodes.empty() || !MayMatch(matcher.Filter, line))
         return matches;
     const std::string_view rests = matcher.Rests;
     std::unordered_set<std::uint32_t> found; // nodes whose text is in the line

@@ -3,11 +3,12 @@
 // An Aho-Corasick automaton ("Efficient string matching: an aid to bibliographic search", 1975):
 // a tree of the texts' beginnings, with a link from each node to the longest other beginning that
 // ends there. The tree holds a text only as far as others share its beginning; the rest is compared
-// where the line has come that far. That keeps the tree of 10,000 triggers small enough for the
-// processor's cache, and a line costs about the same however many triggers there are.
+// where the line has come that far, so that a line costs about the same however many triggers there
+// are. Most lines do not come so far: the filter sees before that nothing occurs in them.
 #pragma once
 
 #include "automation/Macros.h"
+#include "automation/TriggerFilter.h"
 
 #include <array>
 #include <cstddef>
@@ -36,6 +37,7 @@ struct TriggerMatcher {
         std::uint32_t RestLength = 0;
     };
 
+    TriggerFilter Filter;
     std::vector<Node> Nodes;
     std::vector<unsigned char> Labels; // of each node, the last character of its text
     std::vector<std::array<std::uint32_t, 256>> Rows; // children by character, 0 for none

@@ -17,7 +17,7 @@ FLOORS = [
     ["net/http/DownLoad"],
     ["sound/PlaySound"],
     ["automation/CommandBox", "net/Telnet", "net/Send"],
-    ["automation/Aliases", "automation/TriggerMatcher", "automation/Triggers", "automation/MacroKeys"],
+    ["automation/Aliases", "automation/TriggerFilter", "automation/TriggerMatcher", "automation/Triggers", "automation/MacroKeys"],
     ["terminal/AutoLog"],
     ["terminal/Output"],
     ["terminal/OutPutScroll", "terminal/IncomingBuffer"],

@@ -1,0 +1,30 @@
+// Tells, at the cost of a look a character, that no trigger occurs in a line.
+//
+// Of each trigger's text the filter knows the part of at most eight characters that is rarest among
+// all the texts. A line that holds none of these parts holds no trigger, and needs no more than
+// this: with 10,000 triggers that is a sixth of what the automaton (TriggerMatcher) costs, whose
+// tree falls out of the processor's cache between two lines.
+#pragma once
+
+#include "automation/Macros.h"
+
+#include <cstdint>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+namespace mw {
+
+struct TriggerFilter {
+    bool LetsAllPass = false;                // an entry has no text
+    std::vector<std::uint32_t> Lengths;      // of the parts, each once
+    std::unordered_set<std::uint64_t> Parts; // eight characters, or fewer above zeros
+    std::vector<bool> Marks;                 // by the hash of a part: it may be among them
+};
+
+TriggerFilter BuildFilter(const std::vector<TriggerEntry>& entries);
+
+// False when no entry occurs in the line. True says nothing.
+bool MayMatch(const TriggerFilter& filter, std::string_view line);
+
+} // namespace mw
