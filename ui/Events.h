@@ -3,7 +3,7 @@
 
 namespace mw {
 
-// Handles the events that wait and returns at once. Nests.
+// Handles the events that wait, unless it did so just before, and returns at once. Nests.
 void DoEvents();
 
 } // namespace mw

@@ -116,6 +116,10 @@ void GameSocket::Send(std::string_view bytes) {
     if (State() != SocketConnected)
         return;
     Tcp->write(bytes.data(), static_cast<qint64>(bytes.size()));
+    // At once, instead of behind what waits to be painted. To a server that has closed this would
+    // bring a reset before its close is told.
+    if (bytes.ends_with('\r') && IsOpen())
+        Tcp->flush();
     if (Tcp->bytesToWrite() > kLongestSendQueue)
         Fail(kNoBuffers, tr("The server does not read what is sent"));
 }
@@ -208,14 +212,28 @@ void GameSocket::SaveRest() {
 #endif
 }
 
+#ifdef Q_OS_LINUX
+int GameSocket::TcpState() const {
+    tcp_info info{};
+    socklen_t size = sizeof info;
+    const bool isTold = Watch >= 0 && ::getsockopt(Watch, IPPROTO_TCP, TCP_INFO, &info, &size) == 0;
+    return isTold ? info.tcpi_state : 0;
+}
+#endif
+
+bool GameSocket::IsOpen() const {
+#ifdef Q_OS_LINUX
+    return TcpState() == TCP_ESTABLISHED;
+#else
+    return true;
+#endif
+}
+
 // Qt reports a reset as a close. The kernel knows better, and tells by the second descriptor that
 // was kept of the connection: after a server's close it waits for ours, after a reset it is gone.
 bool GameSocket::WasReset() const {
 #ifdef Q_OS_LINUX
-    tcp_info info{};
-    socklen_t size = sizeof info;
-    return Watch >= 0 && ::getsockopt(Watch, IPPROTO_TCP, TCP_INFO, &info, &size) == 0 &&
-           info.tcpi_state == TCP_CLOSE;
+    return TcpState() == TCP_CLOSE;
 #else
     return false;
 #endif

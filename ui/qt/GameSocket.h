@@ -21,8 +21,9 @@ class GameSocket : public QObject {
 public:
     // More than this waiting to be sent means that the server does not read.
     static constexpr qint64 kLongestSendQueue = qint64{1024} * 1024;
-    // What is read ahead of the client; a faster server waits.
-    static constexpr qint64 kReadBuffer = qint64{256} * 1024;
+    // What is read ahead of the client; a faster server waits. A key that is pressed waits for as
+    // much at most.
+    static constexpr qint64 kReadBuffer = qint64{64} * 1024;
     static constexpr qint64 kLongestArrival = 32767;
 
     explicit GameSocket(QObject* parent = nullptr);
@@ -37,7 +38,7 @@ public:
     // Closes at once and drops every event that is under way.
     void Close();
 
-    // Queues bytes; drops them unless connected.
+    // Queues bytes, and sends them at once when they end a line; drops them unless connected.
     void Send(std::string_view bytes);
 
     // What has arrived, at most kLongestArrival bytes.
@@ -57,6 +58,8 @@ private:
     void OnError(QAbstractSocket::SocketError code);
     void Fail(int number, const QString& description);
     void SaveRest();
+    int TcpState() const; // as the system counts them; 0 when it does not tell
+    bool IsOpen() const;  // neither end has closed
     bool WasReset() const;
 
     std::unique_ptr<QTcpSocket> Tcp;
