@@ -7,7 +7,7 @@
 #include "forms/FrameTest.h"
 #include "forms/HttpServer.h"
 #include "forms/Pictures.h"
-#include "forms/Until.h"
+#include "forms/WaitFor.h"
 #include "forms/WebServer.h"
 
 #include <algorithm>
@@ -86,20 +86,20 @@ protected:
 
     // The label shows that name and the timer is at rest.
     bool Ends(const std::string& name) const {
-        return Until([&] { return !Browser->timNav.isActive() && Label() == name; });
+        return WaitFor([&] { return !Browser->timNav.isActive() && Label() == name; });
     }
 
     bool Ends() const {
-        return Until([&] { return !Browser->timNav.isActive(); });
+        return WaitFor([&] { return !Browser->timNav.isActive(); });
     }
 
     // The label grows.
     bool IsBusy() const {
-        return Until([&] { return Label().starts_with("Working...."); });
+        return WaitFor([&] { return Label().starts_with("Working...."); });
     }
 
     bool HasCaption(const std::string& name) const {
-        return Until([&] { return Caption() == name; });
+        return WaitFor([&] { return Caption() == name; });
     }
 
     std::string Label() const { return Browser->lblWork->text().toStdString(); }
@@ -154,7 +154,7 @@ protected:
             QWidget* const inner = View()->focusProxy();
             QTest::mouseClick(inner, Qt::LeftButton, Qt::NoModifier, inner->rect().center());
             const QDeadlineTimer patience(wait);
-            Until([&] { return condition() || patience.hasExpired(); });
+            WaitFor([&] { return condition() || patience.hasExpired(); });
         }
         return condition();
     }
@@ -165,7 +165,7 @@ protected:
     }
 
     bool WasAsked(const std::string& path, std::size_t count = 1) const {
-        return Until([&] { return Requests(path) >= count; });
+        return WaitFor([&] { return Requests(path) >= count; });
     }
 
     // For what must not come: as long as a page takes to come to another view, which has to start
@@ -178,7 +178,7 @@ protected:
         mw::PageView* const other = mw::LoadPageView();
         ASSERT_NE(other, nullptr);
         other->Navigate(QUrl(QString::fromStdString(elsewhere.Address("/"))));
-        EXPECT_TRUE(Until([&] { return other->LocationName() == "And more"; }));
+        EXPECT_TRUE(WaitFor([&] { return other->LocationName() == "And more"; }));
         delete other->Widget();
     }
 

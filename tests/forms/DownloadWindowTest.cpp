@@ -34,7 +34,7 @@ using forms::Says;
 using forms::SaysAndResets;
 using forms::SaysAndStalls;
 using forms::ShownBox;
-using forms::Until;
+using forms::WaitFor;
 using forms::WaitAMoment;
 using forms::Whole;
 
@@ -82,7 +82,7 @@ protected:
     }
 
     static bool AllClose() {
-        return Until([] { return Windows().isEmpty(); });
+        return WaitFor([] { return Windows().isEmpty(); });
     }
 
     static void ExpectNoBox() { EXPECT_TRUE(OpenBoxes().isEmpty()); }
@@ -337,7 +337,7 @@ TEST_F(DownloadWindow, KeepsNoPartOfAnAnswerThatIsCutOff) {
         FetchFrom(Says(answer.substr(0, length)));
         const bool hasStatus = length >= answer.find("\r\n") + 2;
         bool toldOfNobody = false;
-        EXPECT_TRUE(Until([&] {
+        EXPECT_TRUE(WaitFor([&] {
             if (!OpenBoxes().isEmpty())
                 toldOfNobody |= CloseBox() == ErrorBox("Cannot establish connection.");
             return Windows().isEmpty();
@@ -381,7 +381,7 @@ TEST_F(DownloadWindow, FollowsARedirectionThatHasAPage) {
                                     "Content-Length: 12\r\n\r\n<h1>301</h1>");
     Web.Answers["/new.wav"] = Says(Whole("abc"));
     Fetch("rain.wav");
-    EXPECT_TRUE(Until([] { return Windows().isEmpty() || !OpenBoxes().isEmpty(); }));
+    EXPECT_TRUE(WaitFor([] { return Windows().isEmpty() || !OpenBoxes().isEmpty(); }));
     ExpectNoBox();
     EXPECT_EQ(Kept(), (Files{{"rain.wav", "abc"}}));
 }
@@ -442,7 +442,7 @@ TEST_F(DownloadWindow, ShowsHowFarItIs) {
     ASSERT_TRUE(Web.HasVisits(1));
     for (const int percent : {25, 50, 75}) {
         Web.Last().Send(std::string(1024, 'x'));
-        EXPECT_TRUE(Until([&] { return window->ProgressBar->value() == percent; }));
+        EXPECT_TRUE(WaitFor([&] { return window->ProgressBar->value() == percent; }));
         EXPECT_TRUE(window->isVisible());
     }
     Web.Last().Send(std::string(1024, 'x'));
@@ -452,12 +452,12 @@ TEST_F(DownloadWindow, ShowsHowFarItIs) {
 
 TEST_F(DownloadWindow, RoundsToWholePercent) {
     const auto window = FetchFrom(SaysAndStalls(HeadFor(3 * 1024) + BodyOf(2 * 1024)));
-    EXPECT_TRUE(Until([&] { return window->ProgressBar->value() == 67; }));
+    EXPECT_TRUE(WaitFor([&] { return window->ProgressBar->value() == 67; }));
 }
 
 TEST_F(DownloadWindow, ResetsItsBarWhenItFails) {
     const auto window = FetchFrom(SaysAndStalls(HeadFor(4096) + BodyOf(2048)));
-    ASSERT_TRUE(Until([&] { return window->ProgressBar->value() == 50; }));
+    ASSERT_TRUE(WaitFor([&] { return window->ProgressBar->value() == 50; }));
     Web.Last().Reset();
     ASSERT_NE(OpenBox(), nullptr);
     EXPECT_EQ(window->ProgressBar->value(), 0);
@@ -486,7 +486,7 @@ TEST_P(Stoppings, BeforeTheAnswerSayNothing) {
 
 TEST_P(Stoppings, InTheMiddleTellThePathAndLeaveNothing) {
     const auto window = FetchFrom(SaysAndStalls(HeadFor(4096) + BodyOf(2048)));
-    ASSERT_TRUE(Until([&] { return window->ProgressBar->value() == 50; }));
+    ASSERT_TRUE(WaitFor([&] { return window->ProgressBar->value() == 50; }));
     EXPECT_EQ(Kept().size(), 1u);
     GetParam().Stop(window);
     EXPECT_TRUE(AllClose());
@@ -570,7 +570,7 @@ TEST_F(DownloadWindow, ClosedFromInsideTheProgressOfAnotherEndsOnce) {
     QObject::connect(second->ProgressBar, &QProgressBar::valueChanged, second, closeBoth);
     EXPECT_TRUE(AllClose());
     EXPECT_EQ(BusySlots().find('1'), std::string::npos);
-    EXPECT_TRUE(Until([&] { return Web.Visits.size() == 2; }));
+    EXPECT_TRUE(WaitFor([&] { return Web.Visits.size() == 2; }));
     for (const auto& visit : Web.Visits)
         EXPECT_TRUE(visit->Leaves());
     EXPECT_EQ(Kept(), Files{});
@@ -596,7 +596,7 @@ TEST_F(DownloadWindow, ThreeUnderWayStandSideBySide) {
         Web.Otherwise = SaysAndStalls(HeadFor(100 * 1024) +
                                       BodyOf(static_cast<std::size_t>(percents[i]) * 1024));
         const auto window = Fetch(names[i]);
-        EXPECT_TRUE(Until([&] { return window->ProgressBar->value() == percents[i]; }));
+        EXPECT_TRUE(WaitFor([&] { return window->ProgressBar->value() == percents[i]; }));
     }
     QList<QWidget*> all{Frame.get()};
     const auto windows = Windows();
@@ -668,7 +668,7 @@ TEST_F(DownloadWindow, OfTheSameFileTwiceSpoilsNeither) {
     Fetch("rain.wav");
     ASSERT_TRUE(Web.HasVisits(2));
     Web.Visits[0]->Send("bc");
-    EXPECT_TRUE(Until([] { return Windows().size() == 1; }));
+    EXPECT_TRUE(WaitFor([] { return Windows().size() == 1; }));
     EXPECT_EQ(Kept()["rain.wav"], "abc");
     Web.Visits[1]->Send("BC");
     EXPECT_TRUE(AllClose());
@@ -704,7 +704,7 @@ TEST_F(DownloadBoxes, ComeOneAtATimeAndTakeTheirWindowsWithThem) {
         EXPECT_EQ(OpenBoxes().size(), 1);
         EXPECT_EQ(Windows().size(), left);
         CloseBox();
-        EXPECT_TRUE(Until([&] { return Windows().size() == left - 1; }));
+        EXPECT_TRUE(WaitFor([&] { return Windows().size() == left - 1; }));
     }
     ExpectNoBox();
 }
@@ -816,7 +816,7 @@ TEST_F(DownloadWindow, CutsALongNameInTheMiddleAndShowsItWholeAsATip) {
     EXPECT_NE(label->text().toStdString(), name);
     EXPECT_TRUE(label->toolTip().endsWith("i&lt;b&gt;.wav"));
     ASSERT_TRUE(
-        Until([this] { return !Web.Visits.empty() && Web.Last().Path.starts_with("/rain-i"); }));
+        WaitFor([this] { return !Web.Visits.empty() && Web.Last().Path.starts_with("/rain-i"); }));
 }
 
 // The end of the program.
@@ -852,7 +852,7 @@ TEST_F(DownloadUnload, LeavesNoPartAndNoBox) {
     Fetch("refused.wav");
     Web.Answers["/short.wav"] = Says(HeadFor(4) + "abc");
     Fetch("short.wav");
-    ASSERT_TRUE(Until([&] { return receiving->ProgressBar->value() == 50; }));
+    ASSERT_TRUE(WaitFor([&] { return receiving->ProgressBar->value() == 50; }));
     ASSERT_NE(OpenBox(), nullptr);
     EXPECT_EQ(EndProgram(), 0);
     EXPECT_EQ(LeftAtOnce, Files{});

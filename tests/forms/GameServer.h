@@ -2,6 +2,8 @@
 // test tells it to.
 #pragma once
 
+#include "forms/WaitFor.h"
+
 #include <functional>
 #include <gtest/gtest.h>
 #include <stdexcept>
@@ -16,12 +18,6 @@
 #include <QTest>
 
 namespace forms {
-
-// Lets events run until the condition holds. False when that takes too long.
-inline bool WaitFor(const std::function<bool()>& condition) {
-    constexpr int kLimit = 15000; // milliseconds
-    return QTest::qWaitFor(condition, kLimit);
-}
 
 // Lets events run for a moment in which something must not happen.
 inline void WaitAMoment(const std::function<bool()>& whatMustNotBe) {

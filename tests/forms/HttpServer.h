@@ -3,7 +3,7 @@
 #pragma once
 
 #include "forms/GameServer.h"
-#include "forms/Until.h"
+#include "forms/WaitFor.h"
 
 #include <algorithm>
 #include <functional>
@@ -28,7 +28,7 @@ public:
     bool IsThere() const { return Socket->state() == QAbstractSocket::ConnectedState; }
 
     bool Leaves() const {
-        return Until([this] { return !IsThere(); });
+        return WaitFor([this] { return !IsThere(); });
     }
 
     void Send(std::string_view bytes) const {
@@ -105,7 +105,7 @@ public:
     void StopListening() const { Listener->close(); }
 
     bool HasVisits(std::size_t count) const {
-        return Until([&] { return Requests.size() >= count; });
+        return WaitFor([&] { return Requests.size() >= count; });
     }
 
     // The visit that came last.

@@ -23,7 +23,7 @@ using forms::Says;
 using forms::Sounding;
 using forms::Tone;
 using forms::Tune;
-using forms::Until;
+using forms::WaitFor;
 using forms::WaitAMoment;
 using forms::Wave;
 using forms::WaveFormat;
@@ -81,7 +81,7 @@ protected:
 
     // Everything that was asked for has been played.
     static bool IsOver() {
-        return Until(
+        return WaitFor(
             [] { return wavPlayer::State() == PlayState::Stopped && cboWavPlayer.empty(); });
     }
 
@@ -197,7 +197,7 @@ TEST_F(SoundTest, OfWavesThatWaitComesInTheirOrderEachWithItsVolume) {
     EXPECT_EQ(cboWavPlayer.size(), 3u);
     EXPECT_TRUE(Players()->wavTimer.isActive());
     EXPECT_TRUE(IsOver());
-    EXPECT_TRUE(Until([] { return !Players()->wavTimer.isActive(); }));
+    EXPECT_TRUE(WaitFor([] { return !Players()->wavTimer.isActive(); }));
     const auto soundings = Heard().Soundings();
     ASSERT_EQ(soundings.size(), 4u);
     ExpectTone(soundings[0], 600, kShort, kLoudness * 0.5);
@@ -370,7 +370,7 @@ TEST_F(SoundTest, OfMusicIsHeard) {
 TEST_F(SoundTest, OfMusicEndsByItself) {
     Keep("tune.mid", Tune(kA4, 0.1));
     PlayTune("tune.mid");
-    EXPECT_TRUE(Until([] { return midiPlayer::State() == PlayState::Stopped; }));
+    EXPECT_TRUE(WaitFor([] { return midiPlayer::State() == PlayState::Stopped; }));
 }
 
 TEST_F(SoundTest, OfMusicStops) {
@@ -449,7 +449,7 @@ TEST_P(BadMusic, IsNoticedAndCountsAsStopped) {
     if (GetParam().Size > 0)
         fs::resize_file(file, GetParam().Size);
     PlayTune("bad.mid");
-    EXPECT_TRUE(Until([] { return midiPlayer::State() == PlayState::Stopped; }));
+    EXPECT_TRUE(WaitFor([] { return midiPlayer::State() == PlayState::Stopped; }));
     EXPECT_EQ(Notice, "Can't be played: bad.mid");
     Keep("tune.mid", Tune(kA4, 0.3));
     PlayTune("tune.mid");
@@ -516,7 +516,7 @@ TEST_F(SoundTest, ClosesItsDeviceFiveSecondsAfterTheLastAndOpensItAgain) {
     EXPECT_TRUE(IsOver());
     QTest::qWait(4500);
     const std::uintmax_t size = AudioSize();
-    EXPECT_TRUE(Until([&] { return AudioSize() > size; })) << "closed too early";
+    EXPECT_TRUE(WaitFor([&] { return AudioSize() > size; })) << "closed too early";
     QTest::qWait(900);
     const std::uintmax_t atLast = AudioSize();
     WaitAMoment([&] { return AudioSize() != atLast; });
@@ -591,7 +591,7 @@ TEST_F(SoundOfAGame, IsHeardAsItsTriggerSays) {
     Keep("rain.wav", Tone(440, kShort));
     Connect();
     Trigger("!!SOUND(rain.wav V=50 )");
-    EXPECT_TRUE(Until([] { return wavPlayer::State() == PlayState::Playing; }));
+    EXPECT_TRUE(WaitFor([] { return wavPlayer::State() == PlayState::Playing; }));
     EXPECT_TRUE(IsOver());
     const auto soundings = Heard().Soundings();
     ASSERT_EQ(soundings.size(), 1u);
@@ -603,14 +603,14 @@ TEST_F(SoundOfAGame, StopsWhenTheGameSaysOff) {
     Keep("tune.mid", Tune(kA4, 5));
     Connect();
     Trigger("!!SOUND(rain.wav )");
-    EXPECT_TRUE(Until([] { return wavPlayer::State() == PlayState::Playing; }));
+    EXPECT_TRUE(WaitFor([] { return wavPlayer::State() == PlayState::Playing; }));
     Trigger("!!MUSIC(tune.mid )");
-    EXPECT_TRUE(Until([] { return midiPlayer::State() == PlayState::Playing; }));
+    EXPECT_TRUE(WaitFor([] { return midiPlayer::State() == PlayState::Playing; }));
     Trigger("!!SOUND(Off)");
-    EXPECT_TRUE(Until([] { return wavPlayer::State() == PlayState::Stopped; }));
+    EXPECT_TRUE(WaitFor([] { return wavPlayer::State() == PlayState::Stopped; }));
     EXPECT_EQ(midiPlayer::State(), PlayState::Playing);
     Trigger("!!MUSIC(Off)");
-    EXPECT_TRUE(Until([] { return midiPlayer::State() == PlayState::Stopped; }));
+    EXPECT_TRUE(WaitFor([] { return midiPlayer::State() == PlayState::Stopped; }));
 }
 
 TEST_F(SoundOfAGame, IsFetchedTheFirstTimeAndHeardTheSecond) {
@@ -619,10 +619,10 @@ TEST_F(SoundOfAGame, IsFetchedTheFirstTimeAndHeardTheSecond) {
     const std::string trigger = "!!SOUND(rain.wav V=100 U=" + Web.Address("/rain.wav") + ")";
     const fs::path file = Folder.Path / "Testmere" / "sounds" / "rain.wav";
     Trigger(trigger);
-    EXPECT_TRUE(Until([&] { return fs::exists(file); }));
+    EXPECT_TRUE(WaitFor([&] { return fs::exists(file); }));
     EXPECT_FALSE(fs::exists(AudioFile())) << "nothing is played yet";
     Trigger(trigger);
-    EXPECT_TRUE(Until([] { return wavPlayer::State() == PlayState::Playing; }));
+    EXPECT_TRUE(WaitFor([] { return wavPlayer::State() == PlayState::Playing; }));
     EXPECT_TRUE(IsOver());
     const auto soundings = Heard().Soundings();
     ASSERT_EQ(soundings.size(), 1u);
@@ -680,14 +680,14 @@ TEST_P(WithoutADevice, EverythingElseWorks) {
     Web.Answers["/thunder.wav"] = Says(Whole("abc"));
     Connect();
     Trigger("!!SOUND(rain.wav )");
-    EXPECT_TRUE(Until([this] { return Panel(2).starts_with("No sound: "); }));
+    EXPECT_TRUE(WaitFor([this] { return Panel(2).starts_with("No sound: "); }));
     Trigger("!!MUSIC(tune.mid )");
     Receive("You hear nothing.");
     Trigger("!!SOUND(thunder.wav U=" + Web.Address("/thunder.wav") + ")");
     Enter("look");
     EXPECT_TRUE(Server.Gets("look\r"));
     EXPECT_TRUE(
-        Until([this] { return fs::exists(Folder.Path / "Testmere" / "sounds" / "thunder.wav"); }));
+        WaitFor([this] { return fs::exists(Folder.Path / "Testmere" / "sounds" / "thunder.wav"); }));
 }
 
 const NoDevice kNoDevices[] = {

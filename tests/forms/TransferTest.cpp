@@ -29,7 +29,7 @@ using forms::Redirects;
 using forms::Says;
 using forms::SaysAndResets;
 using forms::SaysAndStalls;
-using forms::Until;
+using forms::WaitFor;
 using forms::WaitAMoment;
 using forms::Whole;
 
@@ -69,7 +69,7 @@ protected:
     }
 
     static std::string Header(std::int32_t number = kFirst) {
-        EXPECT_TRUE(Until([number] { return inet::GetHeader(number).has_value(); }));
+        EXPECT_TRUE(WaitFor([number] { return inet::GetHeader(number).has_value(); }));
         return inet::GetHeader(number).value_or("no header");
     }
 
@@ -87,7 +87,7 @@ protected:
 
     static std::string Body(std::int32_t number = kFirst) {
         Taken taken;
-        EXPECT_TRUE(Until([&] { return Take(number, taken); }));
+        EXPECT_TRUE(WaitFor([&] { return Take(number, taken); }));
         return taken.Body;
     }
 
@@ -263,11 +263,11 @@ INSTANTIATE_TEST_SUITE_P(Inet, NoAddresses,
 TEST_F(TransferTest, GivesItsBodyInChunksOfTheSizeThatIsAskedFor) {
     GetFrom(Says(Whole("0123456789")));
     EXPECT_EQ(Header(), HeadFor(10));
-    ASSERT_TRUE(Until([] { return inet::GetChunk(kFirst, 0) == ""; }));
-    EXPECT_TRUE(Until([] { return inet::GetChunk(kFirst, 4) == "0123"; }));
+    ASSERT_TRUE(WaitFor([] { return inet::GetChunk(kFirst, 0) == ""; }));
+    EXPECT_TRUE(WaitFor([] { return inet::GetChunk(kFirst, 4) == "0123"; }));
     EXPECT_EQ(inet::GetChunk(kFirst, 4), "4567");
     Chunk last;
-    EXPECT_TRUE(Until([&] { return (last = inet::GetChunk(kFirst, 4)).has_value(); }));
+    EXPECT_TRUE(WaitFor([&] { return (last = inet::GetChunk(kFirst, 4)).has_value(); }));
     EXPECT_EQ(last, "89");
     EXPECT_EQ(inet::GetChunk(kFirst, 4), "");
     EXPECT_EQ(inet::GetChunk(kFirst, 4), "");
@@ -278,11 +278,11 @@ TEST_F(TransferTest, GivesNoChunkBeforeItIsFullOrTheLast) {
     Header();
     WaitAMoment([] { return inet::GetChunk(kFirst, 4).has_value(); });
     Web.Last().Send("d");
-    EXPECT_TRUE(Until([] { return inet::GetChunk(kFirst, 4) == "abcd"; }));
+    EXPECT_TRUE(WaitFor([] { return inet::GetChunk(kFirst, 4) == "abcd"; }));
     Web.Last().Send("e");
     WaitAMoment([] { return inet::GetChunk(kFirst, 4).has_value(); });
     Web.Last().Send("f");
-    EXPECT_TRUE(Until([] { return inet::GetChunk(kFirst, 4) == "ef"; }));
+    EXPECT_TRUE(WaitFor([] { return inet::GetChunk(kFirst, 4) == "ef"; }));
 }
 
 struct WholeBody {
@@ -370,7 +370,7 @@ TEST_F(FastServer, GoesOnWhenSomethingIsTaken) {
         ASSERT_FALSE(Take(kFirst, taken));
         QTest::qWait(2);
     }
-    EXPECT_TRUE(Until([&] {
+    EXPECT_TRUE(WaitFor([&] {
         Take(kFirst, taken);
         return Web.Last().Poured > poured;
     }));
@@ -437,7 +437,7 @@ TEST_F(CancelledTransfer, InTheMiddleOfTheHeader) {
 
 TEST_F(CancelledTransfer, InTheMiddleOfTheBody) {
     GetFrom(SaysAndStalls(HeadFor(9) + "abc"));
-    EXPECT_TRUE(Until([] { return inet::GetChunk(kFirst, 1) == "a"; }));
+    EXPECT_TRUE(WaitFor([] { return inet::GetChunk(kFirst, 1) == "a"; }));
     inet::Cancel(kFirst);
     EXPECT_TRUE(Web.Last().Leaves());
     ExpectNothingMore();
@@ -508,7 +508,7 @@ TEST_F(TransferTest, SeveralGoOnInTurns) {
     for (int round = 0; round < 3; ++round) {
         for (const auto& visit : Web.Visits)
             visit->Send(std::string(1024, visit->Path[1]));
-        EXPECT_TRUE(Until([&] {
+        EXPECT_TRUE(WaitFor([&] {
             bool all = true;
             for (std::int32_t i = 0; i < kCount; ++i) {
                 Taken& own = taken[static_cast<std::size_t>(i)];
@@ -723,10 +723,10 @@ TEST_F(SelfSigned, IsThereForWhoeverDoesNotCare) {
     const QStringList host = QString::fromStdString(Secure.Host()).split(':');
     visitor.connectToHostEncrypted(host[0], host[1].toUShort());
     visitor.ignoreSslErrors();
-    ASSERT_TRUE(Until([&] { return visitor.isEncrypted(); }));
+    ASSERT_TRUE(WaitFor([&] { return visitor.isEncrypted(); }));
     visitor.write("GET /rain.wav HTTP/1.1\r\n\r\n");
     std::string answer;
-    EXPECT_TRUE(Until([&] { return (answer += visitor.readAll().toStdString()) == Whole("abc"); }));
+    EXPECT_TRUE(WaitFor([&] { return (answer += visitor.readAll().toStdString()) == Whole("abc"); }));
 }
 
 TEST_F(SelfSigned, IsRefusedBeforeItIsAsked) {
@@ -745,7 +745,7 @@ TEST_F(SelfSigned, IsRefusedBehindARedirection) {
 TEST_F(TransferTest, UnderTlsWantsAServerThatSpeaksIt) {
     Web.Otherwise = Says(Whole("abc"));
     Execute({"https://" + Web.Host() + "/rain.wav", "", "", kRange});
-    ASSERT_TRUE(Until([this] { return Web.Visits.size() == 1; }));
+    ASSERT_TRUE(WaitFor([this] { return Web.Visits.size() == 1; }));
     Web.Last().Send(Whole("abc"));
     EXPECT_EQ(Header(), "");
     EXPECT_EQ(Web.Requests, Boxes{});

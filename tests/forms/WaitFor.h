@@ -11,9 +11,9 @@
 
 namespace forms {
 
-// Lets events run until the condition holds; false when that takes too long. As WaitFor, but it
-// looks behind every event instead of every ten milliseconds.
-inline bool Until(const std::function<bool()>& condition) {
+// Lets events run until the condition holds; false when that takes too long. It looks behind every
+// event: QTest::qWaitFor would sleep ten milliseconds between two of them.
+inline bool WaitFor(const std::function<bool()>& condition) {
     constexpr int kLimit = 15000; // milliseconds
     QElapsedTimer clock;
     clock.start();

@@ -3,7 +3,7 @@
 
 #include "forms/FormTest.h"
 #include "forms/GameServer.h"
-#include "forms/Until.h"
+#include "forms/WaitFor.h"
 
 #include <gtest/gtest.h>
 #include <ostream>
@@ -45,7 +45,7 @@ inline QList<QMessageBox*> OpenBoxes() {
 
 // The one box that is open, once there is one; null when none comes.
 inline QMessageBox* OpenBox() {
-    EXPECT_TRUE(Until([] { return !OpenBoxes().isEmpty(); })) << "no box";
+    EXPECT_TRUE(WaitFor([] { return !OpenBoxes().isEmpty(); })) << "no box";
     EXPECT_LE(OpenBoxes().size(), 1);
     return OpenBoxes().value(0);
 }

@@ -15,7 +15,7 @@ using forms::LinkTo;
 using forms::PageText;
 using forms::Says;
 using forms::Script;
-using forms::Until;
+using forms::WaitFor;
 using forms::Window;
 
 using Texts = std::vector<std::string>;
@@ -33,7 +33,7 @@ TEST_F(BrowserWindow, OpensOnTheHomePage) {
     EXPECT_EQ(List(), Texts{}) << "and not in its list";
     EXPECT_EQ(Requests("/"), 1u);
     EXPECT_FALSE(Browser->isModal());
-    EXPECT_TRUE(Until([this] { return IsPainted(); }));
+    EXPECT_TRUE(WaitFor([this] { return IsPainted(); }));
     forms::KeepPicture(Browser->grab(), "browser");
 }
 
@@ -62,7 +62,7 @@ TEST_F(BrowserWindow, OpenedAgainAfterItsEndBeginsAnew) {
     GoTo(Web.Address("/other"));
     ASSERT_TRUE(Ends("Other page"));
     Browser->close();
-    ASSERT_TRUE(Until([this] { return Browser.isNull(); }));
+    ASSERT_TRUE(WaitFor([this] { return Browser.isNull(); }));
     OpenAtHome();
     EXPECT_EQ(List(), Texts{});
     EXPECT_EQ(Requests("/"), 2u);
@@ -73,7 +73,7 @@ TEST_F(BrowserWindow, OpenedAgainWhileItIsMinimisedComesBack) {
     Browser->showMinimized();
     LetEventsRun();
     Item("mnuMwWite")->trigger();
-    EXPECT_TRUE(Until([this] { return !Browser->isMinimized(); }));
+    EXPECT_TRUE(WaitFor([this] { return !Browser->isMinimized(); }));
 }
 
 TEST_F(BrowserWindow, ShowsTheBusyTextUntilThePageIsThere) {
@@ -82,7 +82,7 @@ TEST_F(BrowserWindow, ShowsTheBusyTextUntilThePageIsThere) {
     OpenAtItsOwnPace();
     EXPECT_EQ(Browser->timNav.interval(), 250);
     for (const char* text : {"Working..", "Working....", "Working......"})
-        EXPECT_TRUE(Until([&] { return Label() == text; })) << text;
+        EXPECT_TRUE(WaitFor([&] { return Label() == text; })) << text;
     ASSERT_TRUE(WasAsked("/"));
     Web.Last().Send(PageText("Late"));
     EXPECT_TRUE(Ends("Late"));
@@ -174,7 +174,7 @@ TEST_F(EntryList, TakesTheSameEntryAgain) {
     OpenWithTwoEntries();
     Click("Home");
     ASSERT_TRUE(HasCaption("Home"));
-    ASSERT_TRUE(Until([this] { return !Browser->wbrScreen->Busy(); }));
+    ASSERT_TRUE(WaitFor([this] { return !Browser->wbrScreen->Busy(); }));
     Browser->cboAdd->setFocus();
     Browser->cboAdd->showPopup();
     QTest::keyClick(Browser->cboAdd->view(), Qt::Key_End);
@@ -200,7 +200,7 @@ TEST_F(EntryList, IsNotGoneToWhenTheWindowCloses) {
     OpenWithTwoEntries();
     const std::size_t before = Web.Requests.size();
     Browser->close();
-    ASSERT_TRUE(Until([this] { return Browser.isNull(); }));
+    ASSERT_TRUE(WaitFor([this] { return Browser.isNull(); }));
     WaitAWhile();
     EXPECT_EQ(Web.Requests.size(), before);
 }
@@ -259,7 +259,7 @@ TEST_F(BrowserWindow, RefreshLoadsThePageAgain) {
     for (std::size_t times = 2; times <= 3; ++times) {
         Click("Refresh");
         EXPECT_TRUE(WasAsked("/", times));
-        EXPECT_TRUE(Until([this] { return !Browser->wbrScreen->Busy(); }));
+        EXPECT_TRUE(WaitFor([this] { return !Browser->wbrScreen->Busy(); }));
     }
     WaitAWhile();
     EXPECT_EQ(Requests("/"), 3u);
@@ -467,7 +467,7 @@ TEST_F(RefusedAddresses, AreNotFollowedFromAPage) {
         GoTo(Web.Address("/"));
         ASSERT_TRUE(Ends("Home")); // nothing of the row before is left
         GoTo(Web.Address(path));
-        EXPECT_TRUE(Until([this] { return Caption() == "Clicked" || Location() == kBlocked; }));
+        EXPECT_TRUE(WaitFor([this] { return Caption() == "Clicked" || Location() == kBlocked; }));
         WaitAWhile();
         EXPECT_TRUE(Location() == Web.Address(path) || Location() == kBlocked) << Location();
     }
@@ -583,7 +583,7 @@ TEST_F(Pages, StartNoDownloads) {
     WaitAWhile();
     // Until it is told that nobody wants them, the engine has the first bytes in a file of its own.
     Texts kept;
-    Until([&] {
+    WaitFor([&] {
         kept = FilesWith("gift");
         return kept.empty();
     });
@@ -599,7 +599,7 @@ TEST_F(Pages, KeepTheirCookiesWhileTheWindowIsOpenAndNoLonger) {
     ASSERT_TRUE(WasAsked("/", 2));
     EXPECT_NE(Web.Requests.back().find("sesame4711"), std::string::npos);
     Browser->close();
-    ASSERT_TRUE(Until([this] { return Browser.isNull(); }));
+    ASSERT_TRUE(WaitFor([this] { return Browser.isNull(); }));
     WaitAWhile(); // it would be written down by now
     OpenAtHome();
     EXPECT_EQ(Web.Requests.back().find("sesame4711"), std::string::npos);
@@ -619,7 +619,7 @@ TEST_F(Pages, LeaveNothingOnTheDisk) {
     WaitAWhile();
     EXPECT_EQ(FilesWith("sesame4711"), Texts{});
     Browser->close();
-    ASSERT_TRUE(Until([this] { return Browser.isNull(); }));
+    ASSERT_TRUE(WaitFor([this] { return Browser.isNull(); }));
     WaitAWhile();
     EXPECT_EQ(FilesWith("sesame4711"), Texts{});
     EXPECT_EQ(FilesOfTheEngine(), Texts{});
@@ -642,7 +642,7 @@ TEST_F(Pages, ThatChangeTheirTitleChangeTheCaption) {
 TEST_F(Pages, WithAnEndlessTitleDoNotWidenTheWindow) {
     Serve("/", std::string(5000, 'W'));
     Open();
-    EXPECT_TRUE(Until([this] { return Label().size() > 1000; }));
+    EXPECT_TRUE(WaitFor([this] { return Label().size() > 1000; }));
     EXPECT_LE(Browser->width(), 1000);
 }
 
@@ -662,8 +662,8 @@ TEST_F(Pages, ThatShowAMessageDoNotKeepTheWindowOpen) {
         return true;
     };
     Open();
-    EXPECT_TRUE(Until([&] { return isClosed; }));
-    EXPECT_TRUE(Until([this] { return Browser.isNull(); }));
+    EXPECT_TRUE(WaitFor([&] { return isClosed; }));
+    EXPECT_TRUE(WaitFor([this] { return Browser.isNull(); }));
 }
 
 TEST_F(Pages, ThatWantToStayAreLeft) {
@@ -674,7 +674,7 @@ TEST_F(Pages, ThatWantToStayAreLeft) {
     OpenAtHome();
     ASSERT_TRUE(ClickPageUntil([this] { return Caption() == "Clicked"; }));
     Browser->close();
-    EXPECT_TRUE(Until([this] { return Browser.isNull(); }));
+    EXPECT_TRUE(WaitFor([this] { return Browser.isNull(); }));
 }
 
 TEST_F(BrowserWindow, LaysItselfOutOnEveryResize) {
@@ -684,7 +684,7 @@ TEST_F(BrowserWindow, LaysItselfOutOnEveryResize) {
                               QSize(201, 300), QSize(101, 300)}) {
         SCOPED_TRACE(std::to_string(size.width()) + "x" + std::to_string(size.height()));
         Browser->resize(size);
-        ASSERT_TRUE(Until([&] { return Browser->size() == size; }));
+        ASSERT_TRUE(WaitFor([&] { return Browser->size() == size; }));
         const QRect bar = Browser->tbrMain->geometry();
         const QRect box = Browser->cboAdd->geometry();
         const QRect view = View()->geometry();
@@ -730,7 +730,7 @@ TEST_F(BrowserWindow, ExitOfItsMenuClosesIt) {
     ASSERT_NE(exit, nullptr);
     EXPECT_EQ(exit->text(), "E&xit");
     exit->trigger();
-    EXPECT_TRUE(Until([this] { return Browser.isNull(); }));
+    EXPECT_TRUE(WaitFor([this] { return Browser.isNull(); }));
     EXPECT_TRUE(Frame->isVisible());
 }
 
@@ -739,14 +739,14 @@ TEST_F(BrowserWindow, ClosesWhileAPageLoads) {
     Open();
     ASSERT_TRUE(WasAsked("/"));
     Browser->close();
-    EXPECT_TRUE(Until([this] { return Browser.isNull(); }));
+    EXPECT_TRUE(WaitFor([this] { return Browser.isNull(); }));
     EXPECT_TRUE(Web.Last().Leaves());
 }
 
 TEST_F(BrowserWindow, ClosesBeforeItsFirstRequest) {
     Open();
     Browser->close();
-    EXPECT_TRUE(Until([this] { return Browser.isNull(); }));
+    EXPECT_TRUE(WaitFor([this] { return Browser.isNull(); }));
     OpenAtHome();
 }
 
@@ -754,7 +754,7 @@ TEST_F(BrowserWindow, OpensAndClosesManyTimes) {
     for (int time = 0; time < 4; ++time) {
         OpenAtHome();
         Browser->close();
-        ASSERT_TRUE(Until([this] { return Browser.isNull(); }));
+        ASSERT_TRUE(WaitFor([this] { return Browser.isNull(); }));
     }
     EXPECT_EQ(Requests("/"), 4u);
 }
@@ -762,7 +762,7 @@ TEST_F(BrowserWindow, OpensAndClosesManyTimes) {
 TEST_F(BrowserWindow, ClosesWithTheFrame) {
     OpenAtHome();
     Frame->close();
-    EXPECT_TRUE(Until([this] { return Browser.isNull(); }));
+    EXPECT_TRUE(WaitFor([this] { return Browser.isNull(); }));
     EXPECT_TRUE(SavingMode);
 }
 
