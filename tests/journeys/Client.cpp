@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QPoint>
 #include <QProcessEnvironment>
 
 namespace journey {
@@ -21,6 +22,7 @@ constexpr const char* kUntitled = "^Quillmere Mud Client$"; // the splash, and m
 constexpr int kSplashWidth = 380;
 constexpr int kSplashHeight = 230;
 constexpr Area kSplashTitle{310, 235, 690, 345};
+constexpr QPoint kCommandLine{480, 661};
 constexpr int kFewestPixels = 25;
 constexpr int kText = 1; // the type of a setting
 
@@ -165,14 +167,11 @@ void Client::WaitToClose(const QString& title) const {
     WaitFor(title.toStdString() + " to close", [&] { return Windows(title).isEmpty(); });
 }
 
-void Client::Press(const QString& keys) const { Screen->Do({"key", keys}); }
+void Client::Press(const QString& keys) const { Press(QStringList{keys}); }
 
-void Client::Press(const QStringList& keys) const {
-    for (const QString& key : keys)
-        Press(key);
-}
+void Client::Press(const QStringList& keys) const { Screen->Do(PressOf(keys)); }
 
-void Client::Type(const QString& text) const { Screen->Do({"type", "--delay", "5", "--", text}); }
+void Client::Type(const QString& text) const { Screen->Do({"type", "--delay", "1", "--", text}); }
 
 void Client::Enter(const QString& line) const {
     Type(line);
@@ -187,7 +186,7 @@ void Client::Keypad(char key) const {
     throw std::runtime_error(std::string("The keypad has no key ") + key);
 }
 
-void Client::ClickCommandLine() const { Screen->Click(480, 661); }
+void Client::ClickCommandLine() const { Screen->Click(kCommandLine.x(), kCommandLine.y()); }
 
 void Client::ClickToolbar(ToolbarPlace place) const {
     WaitFor("a toolbar control to be usable", [&] { return CanUse(place); });
@@ -207,15 +206,12 @@ std::string Client::Shown(int height) const {
     std::string text;
     Screen->ClearClipboard();
     WaitFor("text in the output", [&] {
-        Screen->Click(400, height);
-        Press("ctrl+a");
-        Press("ctrl+c");
+        Screen->Do(ClickAt(400, height) + PressOf({"ctrl+a", "ctrl+c"}));
         return Becomes([&] { return !(text = Screen->Clipboard()).empty(); },
                        std::chrono::seconds(1));
     });
     // Takes the selection back, elsewhere, or it would be a double click.
-    Screen->Click(600, height + 50);
-    ClickCommandLine();
+    Screen->Do(ClickAt(600, height + 50) + ClickAt(kCommandLine.x(), kCommandLine.y()));
     return text;
 }
 

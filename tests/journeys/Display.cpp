@@ -38,6 +38,13 @@ int CountOf(const Picture& picture, const Area& area, const Colour& colour) {
     return count;
 }
 
+QStringList ClickAt(int x, int y) {
+    // Not xdotool's "click", which rests for a tenth of a second.
+    return {"mousemove", QString::number(x), QString::number(y), "mousedown", "1", "mouseup", "1"};
+}
+
+QStringList PressOf(const QStringList& keys) { return QStringList{"key", "--delay", "0"} + keys; }
+
 Display::Display() {
     const QString screen = QStringLiteral("%1x%2x24").arg(Width).arg(Height);
     StartChild(Server, "Xvfb",
@@ -48,7 +55,7 @@ Display::Display() {
         return number.endsWith('\n');
     });
     Name = ':' + QString::fromLatin1(number.trimmed());
-    if (!Do({"key", "Num_Lock"}))
+    if (!Do(PressOf({"Num_Lock"})))
         throw std::runtime_error("The virtual display takes no keys");
 }
 
@@ -61,8 +68,10 @@ QByteArray Display::Run(const QString& program, const QStringList& arguments,
     environment.insert("DISPLAY", Name);
     process.setProcessEnvironment(environment);
     StartChild(process, program, arguments);
-    WaitFor(program.toStdString() + " to end",
-            [&process] { return process.state() == QProcess::NotRunning; });
+    // Not by looking again and again: these programs take a few milliseconds.
+    WaitFor(program.toStdString() + " to end", [&process] {
+        return process.waitForFinished(1000) || process.state() == QProcess::NotRunning;
+    });
     *succeeded = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
     return process.readAllStandardOutput();
 }
@@ -73,10 +82,7 @@ bool Display::Do(const QStringList& commands) const {
     return succeeded;
 }
 
-void Display::Click(int x, int y) const {
-    // Not xdotool's "click", which rests for a tenth of a second.
-    Do({"mousemove", QString::number(x), QString::number(y), "mousedown", "1", "mouseup", "1"});
-}
+void Display::Click(int x, int y) const { Do(ClickAt(x, y)); }
 
 void Display::Drag(int fromX, int fromY, int toX, int toY) const {
     Do({"mousemove", QString::number(fromX), QString::number(fromY), "mousedown", "1", "mousemove",

@@ -42,6 +42,10 @@ Colour ColourAt(const Picture& picture, int x, int y);
 // How many pixels of the area look like the colour, the soft edges of letters left aside.
 int CountOf(const Picture& picture, const Area& area, const Colour& colour);
 
+// Chains of xdotool commands. What is put in one chain costs one start of the program.
+QStringList ClickAt(int x, int y);
+QStringList PressOf(const QStringList& keys); // by their names: "Up", "alt+f"
+
 struct Display {
     static constexpr int Width = 1000; // filled by the client's window in most journeys
     static constexpr int Height = 700;

@@ -1,5 +1,6 @@
 #include "Wait.h"
 
+#include <algorithm>
 #include <csignal>
 #include <stdexcept>
 #include <sys/prctl.h>
@@ -11,12 +12,14 @@
 namespace journey {
 namespace {
 
-constexpr int kLookAgainMs = 10;
+// From one look to the next: what is quick is seen soon, and what takes long costs few looks.
+constexpr int kShortestMs = 2;
+constexpr int kLongestMs = 32;
 
-// Events run meanwhile, so that sockets and processes are served.
-void LetEventsRun() {
+// Sockets and processes are served meanwhile.
+void LetEventsRun(int ms) {
     QEventLoop loop;
-    QTimer::singleShot(kLookAgainMs, &loop, &QEventLoop::quit);
+    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
     loop.exec();
 }
 
@@ -25,10 +28,10 @@ void LetEventsRun() {
 bool Becomes(const std::function<bool()>& condition, std::chrono::milliseconds limit) {
     QElapsedTimer clock;
     clock.start();
-    while (!condition()) {
+    for (int ms = kShortestMs; !condition(); ms = std::min(2 * ms, kLongestMs)) {
         if (clock.hasExpired(limit.count()))
             return false;
-        LetEventsRun();
+        LetEventsRun(ms);
     }
     return true;
 }
