@@ -8,11 +8,6 @@
 namespace journey {
 namespace {
 
-std::string Game(const std::string& name, const std::string& address, const std::string& port) {
-    return "[Mud]\r\nMud=" + name + "\r\nAddy=" + address + "\r\nPort=" + port +
-           "\r\nSndD=False\r\nSndM=False\r\nMsp=False\r\nSndW=False\r\n";
-}
-
 class ConnectAtStart : public ServerJourney {
 protected:
     std::string List() const { return FileText(Player.Home + "/Data/muds.lst"); }
@@ -29,12 +24,14 @@ protected:
         ASSERT_EQ(Player.WaitForEnd(), 0);
     }
 
-    const std::string Built = Game("Quillmere", "127.0.0.1", "1234");
+    // The built-in game and another one at the server.
+    std::string ListWith(const std::string& name) const {
+        return GameList({{"Quillmere", "1234"}, {name, Server.PortText().toStdString()}});
+    }
 };
 
 TEST_F(ConnectAtStart, AddsAnOrdinaryGameOnce) {
-    const std::string added =
-        Built + Game("127.0.0.1", "127.0.0.1", Server.PortText().toStdString()) + "[End]\r\n";
+    const std::string added = ListWith("127.0.0.1");
     ConnectTo(Server.Address());
     EXPECT_EQ(List(), added);
     EXPECT_TRUE(QDir(Player.Home + "/127.0.0.1/sounds").exists());
@@ -58,8 +55,7 @@ class ConnectAtStartToNothing : public ConnectAtStart,
                                 public ::testing::WithParamInterface<Wrong> {};
 
 TEST_P(ConnectAtStartToNothing, IsToldAndTheClientCanBeUsed) {
-    const std::string list =
-        Built + Game("Far", "127.0.0.1", Server.PortText().toStdString()) + "[End]\r\n";
+    const std::string list = ListWith("Far");
     PutFile(Player.Home + "/Data/muds.lst", list);
     Player.Launch({"--connect", GetParam().Game});
     WaitFor("the box", [this] { return !Player.Boxes().isEmpty(); });

@@ -43,4 +43,12 @@ void PutFiles(const QString& folder, const FileTexts& texts) {
         PutFile(folder + '/' + QString::fromStdString(name), text);
 }
 
+std::string GameList(const std::vector<ListedGame>& games) {
+    std::string list;
+    for (const auto& [name, port] : games)
+        list += "[Mud]\r\nMud=" + name + "\r\nAddy=127.0.0.1\r\nPort=" + port +
+                "\r\nSndD=False\r\nSndM=False\r\nMsp=False\r\nSndW=False\r\n";
+    return list + "[End]\r\n";
+}
+
 } // namespace journey

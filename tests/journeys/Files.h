@@ -3,6 +3,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include <QString>
 
@@ -19,5 +20,13 @@ std::string FileText(const QString& path);
 // Makes the file with its folders. Throws when it can't be written.
 void PutFile(const QString& path, const std::string& text);
 void PutFiles(const QString& folder, const FileTexts& texts);
+
+// The file Data/muds.lst: games on 127.0.0.1, without sounds.
+struct ListedGame {
+    std::string Name;
+    std::string Port;
+};
+
+std::string GameList(const std::vector<ListedGame>& games);
 
 } // namespace journey

@@ -9,10 +9,7 @@
 namespace journey {
 namespace {
 
-std::string Game(const std::string& name, const std::string& port) {
-    return "[Mud]\r\nMud=" + name + "\r\nAddy=127.0.0.1\r\nPort=" + port +
-           "\r\nSndD=False\r\nSndM=False\r\nMsp=False\r\nSndW=False\r\n";
-}
+const ListedGame kBuiltIn{"Quillmere", "1234"};
 
 class Games : public ServerJourney {
 protected:
@@ -40,19 +37,18 @@ protected:
         Player.WaitToClose(kAddDialog);
         Player.TakeKeys(Client::kFrame);
     }
-
-    const std::string Built = Game("Quillmere", "1234");
 };
 
 TEST_F(Games, AreAddedChosenPlayedAndDeleted) {
     Player.Start();
-    EXPECT_EQ(List(), Built + "[End]\r\n");
+    const std::string builtIn = GameList({kBuiltIn});
+    EXPECT_EQ(List(), builtIn);
     OpenAddDialog();
     Fill("Northern Realms", "127.0.0.1", Server.PortText());
     Moment("1-add");
     CloseAddDialog("Return");
-    const std::string added = Game("Northern Realms", Server.PortText().toStdString());
-    EXPECT_EQ(List(), Built + added + "[End]\r\n");
+    const ListedGame added{"Northern Realms", Server.PortText().toStdString()};
+    EXPECT_EQ(List(), GameList({kBuiltIn, added}));
     EXPECT_TRUE(QDir(Player.Home + "/Northern Realms/sounds").exists());
 
     Player.ClickToolbar(Chooser);
@@ -71,17 +67,17 @@ TEST_F(Games, AreAddedChosenPlayedAndDeleted) {
     Server.WaitForPlayerToLeave();
 
     Player.ClickToolbar(DeleteButton);
-    WaitFor("the game to leave the file", [this] { return List() == Built + "[End]\r\n"; });
+    WaitFor("the game to leave the file", [&] { return List() == builtIn; });
     EXPECT_TRUE(QDir(Player.Home + "/Northern Realms/sounds").exists()) << "sounds are kept";
     Player.ClickToolbar(DeleteButton); // now of the built-in game
     WaitFor("the refusal", [this] { return !Player.Boxes().isEmpty(); });
     Moment("4-refused");
     Player.AnswerBox();
-    EXPECT_EQ(List(), Built + "[End]\r\n");
+    EXPECT_EQ(List(), builtIn);
     Player.TakeKeys(Client::kFrame);
     Player.ExitByMenu();
     EXPECT_EQ(Player.WaitForEnd(), 0);
-    EXPECT_EQ(List(), Built + "[End]\r\n");
+    EXPECT_EQ(List(), builtIn);
 }
 
 TEST_F(Games, ThatLackSomethingAreRefusedAndTheDialogStaysOpen) {
@@ -102,14 +98,14 @@ TEST_F(Games, ThatLackSomethingAreRefusedAndTheDialogStaysOpen) {
         Player.Press("Return");
         Player.AnswerBox();
         Player.TakeKeys(kAddDialog);
-        EXPECT_EQ(List(), Built + "[End]\r\n");
+        EXPECT_EQ(List(), GameList({kBuiltIn}));
     }
     Fill("Far", "127.0.0.1", "&H50"); // meant: a number too
     CloseAddDialog("Return");
-    EXPECT_EQ(List(), Built + Game("Far", "80") + "[End]\r\n");
+    EXPECT_EQ(List(), GameList({kBuiltIn, {"Far", "80"}}));
     OpenAddDialog();
     CloseAddDialog("Escape");
-    EXPECT_EQ(List(), Built + Game("Far", "80") + "[End]\r\n");
+    EXPECT_EQ(List(), GameList({kBuiltIn, {"Far", "80"}}));
 }
 
 } // namespace
