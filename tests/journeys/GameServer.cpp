@@ -26,12 +26,11 @@ GameServer::GameServer() {
     }
     if (!Listener.isListening())
         throw std::runtime_error("No free port for the game server");
-    Port = Listener.serverPort();
 }
 
 QString GameServer::Address() const { return "127.0.0.1:" + PortText(); }
 
-QString GameServer::PortText() const { return QString::number(Port); }
+QString GameServer::PortText() const { return QString::number(Listener.serverPort()); }
 
 void GameServer::WaitForPlayer() {
     WaitFor("the client to connect", [this] { return Listener.hasPendingConnections(); });
@@ -83,11 +82,16 @@ void GameServer::Reset() {
     Player->abort();
 }
 
-void GameServer::StopListening() { Listener.close(); }
+// The socket is kept, so that nobody else can take the port meanwhile.
+void GameServer::StopListening() {
+    Listener.pauseAccepting();
+    ::shutdown(static_cast<int>(Listener.socketDescriptor()), SHUT_RD);
+}
 
 void GameServer::ListenAgain() {
-    if (!Listener.listen(QHostAddress::LocalHost, Port))
-        throw std::runtime_error("The game server's port was taken meanwhile");
+    if (::listen(static_cast<int>(Listener.socketDescriptor()), SOMAXCONN) != 0)
+        throw std::runtime_error("The game server can't listen again");
+    Listener.resumeAccepting();
 }
 
 } // namespace journey

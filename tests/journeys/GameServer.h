@@ -36,7 +36,6 @@ private:
     void Read();
 
     QTcpServer Listener;
-    quint16 Port = 0;
     std::string Received;
 };
 
