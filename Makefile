@@ -20,7 +20,7 @@ test: sanitized release
 	$(TEST_ENV) ctest --test-dir $(SANITIZED) --output-on-failure -j 2 -LE journey
 	$(TEST_ENV) ctest --test-dir $(RELEASE) --output-on-failure -j 2
 
-# A scripted session on a virtual display: screenshots and a transcript in build/tour.
+# A first visit on a virtual display: build/tour/index.html with its pictures.
 tour: release
 	scripts/tour $(RELEASE)
 

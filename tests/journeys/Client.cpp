@@ -202,18 +202,31 @@ bool Client::CanUse(ToolbarPlace place) const {
 
 bool Client::HasToolbar() const { return FindToolbar(Screen->Look()).size() > DeleteButton; }
 
+void Client::ToggleToolbar() const {
+    const bool hadToolbar = HasToolbar();
+    Press({"alt+c", "Up", "Return"}); // the last item; two have its access key
+    WaitFor(hadToolbar ? "the toolbar to go" : "the toolbar to come",
+            [&] { return HasToolbar() != hadToolbar; });
+}
+
 std::string Client::Shown(int height) const {
     std::string text;
+    WaitFor("text in the output", [&] { return !(text = Copied(height)).empty(); });
+    return text;
+}
+
+std::string Client::Copied(int height) const {
+    std::string text;
     Screen->ClearClipboard();
-    WaitFor("text in the output", [&] {
-        Screen->Do(ClickAt(400, height) + PressOf({"ctrl+a", "ctrl+c"}));
-        return Becomes([&] { return !(text = Screen->Clipboard()).empty(); },
-                       std::chrono::seconds(1));
-    });
+    Screen->Do(ClickAt(400, height) + PressOf({"ctrl+a", "ctrl+c"}));
+    if (Becomes([&] { return !(text = Screen->Clipboard()).empty(); }, std::chrono::seconds(1)))
+        Last = text;
     // Takes the selection back, elsewhere, or it would be a double click.
     Screen->Do(ClickAt(600, height + 50) + ClickAt(kCommandLine.x(), kCommandLine.y()));
     return text;
 }
+
+std::string Client::LastShown() const { return Last; }
 
 void Client::ReturnToEnd() const {
     Screen->Click(400, kUpper);

@@ -69,9 +69,15 @@ struct Client {
     void ClickToolbar(ToolbarPlace place) const; // waits until the control is usable
     bool CanUse(ToolbarPlace place) const;
     bool HasToolbar() const;
+    void ToggleToolbar() const; // by the menu Configuration
 
     // All text of the output. While it is scrolled back, of the box at that height of the screen.
     std::string Shown(int height = kUpper) const;
+
+    // The same without waiting for text: empty when there is none, or a dialog is in the way.
+    std::string Copied(int height = kUpper) const;
+
+    std::string LastShown() const; // what was copied last
 
     // Shows the end of the output again: a click into it, End.
     void ReturnToEnd() const;
@@ -112,6 +118,7 @@ struct Client {
 private:
     const Display* Screen;
     std::size_t Seen = 0; // where in the output the search for new words begins
+    mutable std::string Last;
 };
 
 } // namespace journey

@@ -1,8 +1,5 @@
-// The newcomer's first visit: into the demo world, about in it, and out again.
+// The demo world in its colours, left and entered again.
 #include "Journey.h"
-#include "World.h"
-
-#include <string>
 
 namespace journey {
 namespace {
@@ -12,70 +9,17 @@ struct Sight {
     Colour colour;
 };
 
-class DemoWorld : public Journey {
+class DemoWorld : public WorldJourney {
 protected:
-    void EnterTheWorld() {
-        Player.Start({"--connect", Town.Address});
-        Player.WaitToSee("By what name are you known?");
-        Player.Enter("ada");
-        Player.WaitToSee("Choose a password");
-        Player.Enter("goose7");
-        Player.WaitToSee("Welcome to Quillmere, Ada.");
-        Player.WaitToSee("Exits: north");
-    }
-
     void ExpectToSeeColour(const Sight& sight) const {
         constexpr int kFewestPixels = 25;
         EXPECT_GE(CountOf(Screen.Look(), Client::Output, sight.colour), kFewestPixels)
             << sight.what;
     }
-
-    World Town;
 };
 
-TEST_F(DemoWorld, IsEnteredWalkedFoughtInAndLeft) {
-    EnterTheWorld();
-    Moment("1-entered");
-    Player.Enter("look");
-    Player.WaitToSee("Goose Green");
-
-    for (const auto& [key, room] : {std::pair{'8', "North Gate"},
-                                    {'-', "Gatehouse Roof"},
-                                    {'+', "North Gate"},
-                                    {'6', "Windmill Rise"},
-                                    {'2', "Paper Market"},
-                                    {'3', "Ferry Stage"},
-                                    {'7', "Paper Market"},
-                                    {'4', "Goose Green"},
-                                    {'9', "Windmill Rise"},
-                                    {'1', "Goose Green"},
-                                    {'5', "Goose Green"}}) {
-        Player.Keypad(key);
-        Player.WaitToSee(room);
-        Player.WaitToSee("] >");
-    }
-    Player.Enter("say well met, all");
-    Player.WaitToSee("You say: well met, all");
-    Moment("2-walked");
-
-    Player.Enter("s;d");
-    Player.WaitToSee("Archive Cellar");
-    Player.WaitToSee("A brown rat sits on a ledger");
-    Player.Enter("kill rat");
-    Player.WaitToSee("You go for the brown rat!");
-    Player.WaitToSee("You have beaten the brown rat!");
-    Moment("3-fought");
-
-    Player.Enter("quit");
-    Player.WaitToSee("Good-bye, Ada.");
-    Player.WaitToSee("Connection Closed");
-    Moment("4-left");
-    Player.ExitByMenu();
-    EXPECT_EQ(Player.WaitForEnd(), 0);
-}
-
 TEST_F(DemoWorld, ShowsItsColours) {
-    EnterTheWorld();
+    ComeIn();
     Player.Enter("s;d");
     Player.WaitToSee("A brown rat sits");
     Moment("1-colours");
@@ -87,7 +31,7 @@ TEST_F(DemoWorld, ShowsItsColours) {
 }
 
 TEST_F(DemoWorld, IsLeftAndEnteredAgainByTheToolbar) {
-    EnterTheWorld();
+    ComeIn();
     EXPECT_FALSE(Player.CanUse(ConnectButton));
     Player.ClickToolbar(DisconnectButton);
     Player.WaitToSee("Connection Closed");
@@ -97,11 +41,7 @@ TEST_F(DemoWorld, IsLeftAndEnteredAgainByTheToolbar) {
 
     Player.ClickToolbar(ConnectButton);
     Player.WaitToSee("Attempting connection to: 127.0.0.1");
-    Player.WaitToSee("By what name are you known?");
-    Player.Enter("Ada");
-    Player.WaitToSee("The book knows you, Ada.");
-    Player.Enter("goose7");
-    Player.WaitToSee("Welcome to Quillmere, Ada.");
+    LogIn(Player, "Ada", kKnown);
     Moment("2-connected-again");
     EXPECT_TRUE(Player.HasStatus());
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <stdexcept>
+#include <utility>
 
 #include <QProcessEnvironment>
 
@@ -134,6 +135,15 @@ Picture Display::Look() const {
     if (!succeeded || image.size() < size)
         throw std::runtime_error("The screen can't be read");
     return {Width, Height, image.last(size).toStdString()};
+}
+
+void Display::LetSettle() const {
+    std::string before;
+    const auto isStill = [&] {
+        const std::string last = std::exchange(before, Look().Pixels);
+        return last == before;
+    };
+    Becomes(isStill, std::chrono::seconds(1)); // what never rests is taken as it is
 }
 
 void Display::Save(const QString& file) const {

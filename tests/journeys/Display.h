@@ -76,6 +76,9 @@ struct Display {
     std::string Clipboard() const;
 
     Picture Look() const;
+
+    // For a picture: waits until what was begun is drawn, and two looks in a row see the same.
+    void LetSettle() const;
     void Save(const QString& file) const; // as PNG
 
     QString Name; // ":1"

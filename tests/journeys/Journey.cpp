@@ -1,6 +1,8 @@
 #include "Journey.h"
 
-#include <exception>
+#include "Files.h"
+#include "Tour.h"
+
 #include <ostream>
 
 #include <QDir>
@@ -15,6 +17,13 @@ void Write(const QString& path, const std::string& text) {
     QFile file(path);
     if (file.open(QFile::WriteOnly))
         file.write(text.data(), static_cast<qint64>(text.size()));
+}
+
+// What the client shows or, when it has ended, what it showed last.
+std::string TranscriptOf(const Client& client) {
+    if (client.Process.state() == QProcess::Running)
+        client.Copied();
+    return client.LastShown();
 }
 
 } // namespace
@@ -32,26 +41,26 @@ QString Journey::Folder() const {
 void Journey::SetUp() { QDir(Folder()).removeRecursively(); }
 
 void Journey::TearDown() {
+    EndChapter(Player.LastShown());
+    LeaveTraces("", Screen, Player);
+}
+
+void Journey::LeaveTraces(const QString& prefix, const Display& screen, Client& client) const {
     if (!HasFailure() && !PicturesAreWanted())
         return;
     QDir().mkpath(Folder());
-    Screen.Save(Folder() + "/end.png");
-    if (Player.Process.state() == QProcess::Running)
-        LeaveTranscript();
-    Write(Folder() + "/client.log", Player.Log());
+    const QString path = Folder() + '/' + prefix;
+    screen.Save(path + "end.png");
+    Write(path + "transcript.txt", TranscriptOf(client));
+    Write(path + "client.log", client.Log());
 }
 
-void Journey::LeaveTranscript() {
-    try {
-        Write(Folder() + "/transcript.txt", Player.Shown());
-    } catch (const std::exception& error) {
-        Write(Folder() + "/transcript.txt", error.what());
-    }
-}
-
-void Journey::Moment(const QString& name) const {
+void Journey::Moment(const QString& name, const QString& caption) const {
+    if (!caption.isEmpty())
+        ShowInTour(Screen, name, caption);
     if (!PicturesAreWanted())
         return;
+    Screen.LetSettle();
     QDir().mkpath(Folder());
     Screen.Save(Folder() + '/' + name + ".png");
 }
@@ -62,5 +71,16 @@ void ServerJourney::Connect() {
 }
 
 void ServerJourney::SendText(std::string_view text) { Server.Send(std::string(text) + '\r'); }
+
+void WorldJourney::PutTownInTheList() {
+    Game = "Quillmere";
+    const std::string port = Town.Address.section(':', -1).toStdString();
+    PutFile(Player.Home + "/Data/muds.lst", GameList({{Game.toStdString(), port}}));
+}
+
+void WorldJourney::ComeIn(const char* answer) {
+    Player.Start({"--connect", Game});
+    LogIn(Player, "Ada", answer);
+}
 
 } // namespace journey

@@ -2,12 +2,13 @@
 //
 // A journey that fails leaves its screen, the text shown and the client's messages in a folder of
 // its name below build/journeys. With QUILLMERE_KEEP_PICTURES set, every journey leaves them, and
-// the pictures of its marked moments too.
+// the pictures of its marked moments too. The tour shows the moments that have a caption.
 #pragma once
 
 #include "Client.h"
 #include "Display.h"
 #include "GameServer.h"
+#include "World.h"
 
 #include <gtest/gtest.h>
 #include <iosfwd>
@@ -25,14 +26,16 @@ protected:
     void TearDown() override;
 
     // A moment worth a picture, when pictures are asked for.
-    void Moment(const QString& name) const;
+    void Moment(const QString& name, const QString& caption = {}) const;
+
+    // What a failure leaves, of a client: with a prefix to the files' names.
+    void LeaveTraces(const QString& prefix, const Display& screen, Client& client) const;
 
     Display Screen;
     Client Player{Screen};
 
 private:
     QString Folder() const;
-    void LeaveTranscript();
 };
 
 // A journey against a server that the test plays itself.
@@ -46,6 +49,20 @@ protected:
     void SendText(std::string_view text);
 
     GameServer Server;
+};
+
+// A journey in the demo world.
+class WorldJourney : public Journey {
+protected:
+    // The client finds the world where it is built in, as the one game of its list. Only the port
+    // is another: the world's own may be taken.
+    void PutTownInTheList();
+
+    // Starts the client connected to the world, and Ada comes in.
+    void ComeIn(const char* answer = kNewcomer);
+
+    World Town;
+    QString Game = Town.Address; // to connect to
 };
 
 } // namespace journey

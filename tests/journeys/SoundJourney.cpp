@@ -4,34 +4,17 @@
 #include "Sounds.h"
 #include "Wait.h"
 #include "WebServer.h"
-#include "World.h"
 
 #include <QFile>
 
 namespace journey {
 namespace {
 
-class Sounds : public Journey {
+class Sounds : public WorldJourney {
 protected:
-    void Enter(const char* answerToTheName = "Choose a password") {
-        Player.Start({"--connect", Town.Address});
-        Player.WaitToSee("By what name are you known?");
-        Player.Enter("ada");
-        Player.WaitToSee(answerToTheName);
-        Player.Enter("goose7");
-        Player.WaitToSee("Welcome to Quillmere, Ada.");
-        Player.WaitToSee("] >");
-    }
-
-    void Walk(char key, const char* room) {
-        Player.Keypad(key);
-        Player.WaitToSee(room);
-        Player.WaitToSee("] >");
-    }
-
     void GoToTheBell() {
-        Walk('6', "Paper Market");
-        Walk('3', "Ferry Stage");
+        Walk(Player, '6', "Paper Market");
+        Walk(Player, '3', "Ferry Stage");
     }
 
     void Ring() {
@@ -61,13 +44,11 @@ protected:
         }
         return switches;
     }
-
-    World Town;
 };
 
 // Meant: the file's last switch of the waves goes to the first game when the list is loaded.
 TEST_F(Sounds, AreFetchedThenHeardAndAtTheNextStartOnlyTheWavesAreOffOnPurpose) {
-    Enter();
+    ComeIn();
     GoToTheBell();
     OpenSoundOptions(Player);
     Moment("1-all-off");
@@ -85,7 +66,7 @@ TEST_F(Sounds, AreFetchedThenHeardAndAtTheNextStartOnlyTheWavesAreOffOnPurpose) 
     EXPECT_EQ(Switches(), " FFFF TTTT");
 
     QFile::remove(Player.SoundFile());
-    Enter("The book knows you, Ada.");
+    ComeIn(kKnown);
     GoToTheBell();
     Ring();
     EXPECT_EQ(Switches(), " FFFF TTTT");
@@ -101,7 +82,7 @@ TEST_F(Sounds, AreFetchedThenHeardAndAtTheNextStartOnlyTheWavesAreOffOnPurpose) 
 }
 
 TEST_F(Sounds, ThatAreSwitchedOffAreNeitherFetchedNorHeard) {
-    Enter();
+    ComeIn();
     GoToTheBell();
     for (const std::vector<SoundOption>& toggled :
          {std::vector<SoundOption>{},     // all are off
@@ -119,20 +100,20 @@ TEST_F(Sounds, ThatAreSwitchedOffAreNeitherFetchedNorHeard) {
 }
 
 TEST_F(Sounds, OfMusicAreFetchedAndHeardByTheSwitchOfTheWavesOnPurpose) {
-    Enter();
+    ComeIn();
     ChangeSoundOptions(Player, {EnableMsp, AllowMusic});
-    Walk('4', "Bakehouse");
-    Walk('-', "The piano begins to play, rather slowly.");
+    Walk(Player, '4', "Bakehouse");
+    Walk(Player, '-', "The piano begins to play, rather slowly.");
     WaitForSound(Player, "tune.mid");
     EXPECT_TRUE(SoundsOf(Player) == (FileTexts{{"tune.mid", Served("tune.mid")}}));
     EXPECT_TRUE(IsSilent(Player));
-    Walk('+', "Bakehouse");
-    Walk('-', "The piano begins to play, rather slowly.");
+    Walk(Player, '+', "Bakehouse");
+    Walk(Player, '-', "The piano begins to play, rather slowly.");
     WaitToHear(Player);
 }
 
 TEST_F(Sounds, OfTheWholeWorldAreFetchedAtOnceAndTheTextStaysReadable) {
-    Enter();
+    ComeIn();
     ChangeSoundOptions(Player, {EnableMsp});
     Player.Enter("sounds");
     for (const char* name : {"tune.mid", "bell.wav", "thunder.wav", "rain.wav"}) {
@@ -154,7 +135,7 @@ TEST_F(Sounds, OfTheWholeWorldAreFetchedAtOnceAndTheTextStaysReadable) {
 
 TEST_F(Sounds, WithoutADeviceLeaveANoticeAndTheGameGoesOn) {
     Player.Set("SDL_AUDIODRIVER", "nonsense");
-    Enter();
+    ComeIn();
     GoToTheBell();
     ChangeSoundOptions(Player, {EnableMsp});
     Ring();

@@ -5,13 +5,17 @@
 #include <stdexcept>
 
 namespace journey {
+namespace {
+
+constexpr const char* kPrompt = "] >";
+
+} // namespace
 
 World::World(const WorldOptions& options) {
     Process.setStandardErrorFile(QProcess::nullDevice());
     StartChild(Process, WORLD_PROGRAM,
-               {"--port", QString::number(options.Port), "--round",
-                QString::number(options.RoundMs), "--http-port", "0", "--client-version",
-                options.ClientVersion});
+               {"--port", "0", "--round", QString::number(options.RoundMs), "--http-port", "0",
+                "--client-version", options.ClientVersion});
     QByteArray lines;
     WaitFor("the demo world to listen and to serve", [&] {
         lines += Process.readAllStandardOutput();
@@ -25,5 +29,20 @@ World::World(const WorldOptions& options) {
 }
 
 World::~World() { StopChild(Process); }
+
+void LogIn(Client& player, const QString& name, const char* answer) {
+    player.WaitToSee("By what name are you known?");
+    player.Enter(name.toLower());
+    player.WaitToSee(answer);
+    player.Enter("goose7");
+    player.WaitToSee("Welcome to Quillmere, " + name.toStdString() + '.');
+    player.WaitToSee(kPrompt);
+}
+
+void Walk(Client& player, char key, const char* room) {
+    player.Keypad(key);
+    player.WaitToSee(room);
+    player.WaitToSee(kPrompt);
+}
 
 } // namespace journey

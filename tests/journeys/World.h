@@ -1,5 +1,7 @@
-// The demo world, running for one journey on a port of its own, or for the tour.
+// The demo world, running for one journey on ports of its own, and the way into it.
 #pragma once
+
+#include "Client.h"
 
 #include <QProcess>
 #include <QString>
@@ -8,12 +10,10 @@ namespace journey {
 
 struct WorldOptions {
     int RoundMs = 100;
-    int Port = 0; // 0: any free one below 32768
     QString ClientVersion = "1";
 };
 
 struct World {
-    // Throws when the port is taken.
     explicit World(const WorldOptions& options = {});
     ~World();
 
@@ -21,5 +21,15 @@ struct World {
     QString WebRoot; // "http://127.0.0.1:20001"
     QProcess Process;
 };
+
+// The answers to a name.
+inline constexpr const char* kNewcomer = "Choose a password";
+inline constexpr const char* kKnown = "The book knows you";
+
+// Answers the questions at the gate. The player is in the world afterwards.
+void LogIn(Client& player, const QString& name, const char* answer = kNewcomer);
+
+// One step by the keypad. Waits until the room is seen.
+void Walk(Client& player, char key, const char* room);
 
 } // namespace journey
