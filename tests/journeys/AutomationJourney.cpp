@@ -1,51 +1,133 @@
-// A set, an alias, triggers and macros made in the editors, used, and found again the next day.
+// Macros, aliases and triggers made in the editors and used in the demo world; and a second set of
+// them, used, kept, and found again the next day.
 #include "Files.h"
 #include "Journey.h"
+#include "Tour.h"
 
 namespace journey {
 namespace {
 
-class Automation : public ServerJourney {
+constexpr const char* kMacros = "^Macros$";
+constexpr const char* kAliases = "^Aliases$";
+constexpr const char* kTriggers = "^Triggers$";
+
+// Opens an editor by the keyboard: Configuration and the access key of its item.
+void OpenEditor(const Client& player, const QString& itemKey, const char* title) {
+    player.Press({"alt+c", itemKey});
+    player.TakeKeys(title);
+}
+
+// Ends an editor by one of its keys and gives the keys back to the command line.
+void LeaveEditor(const Client& player, const QString& keys, const char* title) {
+    player.Press(keys);
+    player.WaitToClose(title);
+    player.TakeKeys(Client::kFrame);
+    player.ClickCommandLine();
+}
+
+// The button "New" has the keys when an editor opens and after each entry.
+void AddEntry(const Client& player, const QString& text, const QString& action) {
+    player.Press("space");
+    player.Type(text);
+    player.Press("Tab");
+    player.Type(action);
+    player.Press({"shift+Tab", "Return"});
+}
+
+// In an editor that has just got an entry: the first one is selected, and its texts are shown.
+void SelectFirst(const Client& player) { player.Press({"shift+Tab", "Home"}); }
+
+// The menu has seen the Alt key come up, not the command line: for that one it is still held, on
+// purpose, until it goes down and up again.
+void ReleaseAlt(const Client& player) { player.Press("Alt_L"); }
+
+class Automation : public WorldJourney {
 protected:
-    // Opens an editor by the keyboard: Configuration and the access key of its item.
-    void OpenEditor(const QString& itemKey, const QString& title) {
-        Player.Press({"alt+c", itemKey});
-        Player.TakeKeys(title);
-    }
+    Automation() { PutTownInTheList(); }
 
-    // Ends an editor by one of its keys and gives the keys back to the frame.
-    void Leave(const QString& keys, const QString& title) {
-        Player.Press(keys);
-        Player.WaitToClose(title);
-        Player.TakeKeys(Client::kFrame);
-        Player.ClickCommandLine();
-    }
-
-    // The button "New" has the keys when an editor opens and after each entry.
-    void AddEntry(const QString& text, const QString& action) {
-        Player.Press("space");
-        Player.Type(text);
+    void MakeMacros() {
+        OpenEditor(Player, "m", kMacros);
+        Player.Type("score;");
         Player.Press("Tab");
-        Player.Type(action);
-        Player.Press("shift+Tab");
-        Player.Press("Return");
+        Player.Type("kill ");
+        Moment("macros",
+               "Configuration, Macros. F1 is going to send \"score\". F2 has no semicolon "
+               "at its end, so its words wait in the command line for the rest.");
+        LeaveEditor(Player, "alt+d", kMacros);
     }
 
+    void MakeAliases() {
+        OpenEditor(Player, "a", kAliases);
+        AddEntry(Player, "gb", "get bread");
+        AddEntry(Player, "bye", "quit");
+        SelectFirst(Player);
+        Moment("aliases",
+               "Configuration, Alias's. A line that begins with \"gb\" is going to begin "
+               "with \"get bread\".");
+        LeaveEditor(Player, "Escape", kAliases);
+    }
+
+    void MakeTriggers() {
+        OpenEditor(Player, "t", kTriggers);
+        AddEntry(Player, "You take a warm loaf", "eat bread");
+        AddEntry(Player, "You go for", "say Have at you!");
+        SelectFirst(Player);
+        Moment("triggers",
+               "Configuration, Triggers. When the game says the one, the client answers "
+               "with the other.");
+        LeaveEditor(Player, "Escape", kTriggers);
+    }
+};
+
+TEST_F(Automation, IsMadeInTheEditorsAndHelpsInTheWorld) {
+    BeginChapter("Macros, aliases, triggers");
+    ComeIn();
+    MakeMacros();
+    MakeAliases();
+    MakeTriggers();
+    ReleaseAlt(Player);
+
+    Player.Press("F1");
+    Player.WaitToSee("Ada: ");
+    Walk(Player, '4', "Bakehouse");
+    Player.Enter("gb");
+    Player.WaitToSee("You take a warm loaf");
+    Player.WaitToSee("You eat a loaf");
+    Moment("alias-and-trigger", "F1 has told the score. In the bakehouse \"gb\" took a loaf, and "
+                                "the trigger had it eaten at once.");
+
+    Walk(Player, '6', "Goose Green");
+    Walk(Player, '2', "Scribes' Hall");
+    Walk(Player, '+', "Archive Cellar");
+    Player.Press("F2");
+    Player.Enter("rat");
+    Player.WaitToSee("You go for the brown rat!");
+    Player.WaitToSee("You say: Have at you!");
+    Player.WaitToSee("You have beaten the brown rat!");
+    Moment("macro-and-trigger", "F2 and the word \"rat\" began a fight, and a trigger found the "
+                                "words for it.");
+    Player.Enter("bye");
+    Player.WaitToSee("Good-bye, Ada.");
+    Player.WaitToSee("Connection Closed");
+}
+
+class SecondSet : public ServerJourney {
+protected:
     std::string File(const QString& name) const { return FileText(Player.Home + '/' + name); }
 };
 
-TEST_F(Automation, IsMadeInTheEditorsUsedAndKept) {
+TEST_F(SecondSet, IsMadeUsedAndFoundAgain) {
     Connect();
-    OpenEditor("m", "^Macros$");
+    OpenEditor(Player, "m", kMacros);
     Player.Type("score;"); // F1 of the set "Default"
-    Leave("alt+d", "^Macros$");
+    LeaveEditor(Player, "alt+d", kMacros);
 
-    OpenEditor("m", "^Macros$");
+    OpenEditor(Player, "m", kMacros);
     Player.Press("alt+n");
     Player.TakeKeys("^New Macro Set$");
     Player.Type("Hunt");
     Player.Press("Return");
-    Player.TakeKeys("^Macros$");
+    Player.TakeKeys(kMacros);
     Screen.Click(0, 0); // nowhere: the dialog keeps the keys
     Player.Press("alt+s");
     Player.Press("Tab");
@@ -58,26 +140,24 @@ TEST_F(Automation, IsMadeInTheEditorsUsedAndKept) {
     Player.Press("ctrl+Tab"); // the tab "Ctrl Keys", at the box of Ctrl+A
     Player.Press("Tab");
     Player.Type("flee;");
-    Leave("alt+d", "^Macros$");
+    LeaveEditor(Player, "alt+d", kMacros);
 
-    OpenEditor("a", "^Aliases$");
-    AddEntry("gt", "tell group");
+    OpenEditor(Player, "a", kAliases);
+    AddEntry(Player, "gt", "tell group");
     Moment("2-aliases");
-    Leave("Escape", "^Aliases$");
+    LeaveEditor(Player, "Escape", kAliases);
 
-    OpenEditor("t", "^Triggers$");
-    AddEntry("You are hungry", "eat bread;drink");
-    AddEntry("hungry", "sigh");
+    OpenEditor(Player, "t", kTriggers);
+    AddEntry(Player, "You are hungry", "eat bread;drink");
+    AddEntry(Player, "hungry", "sigh");
     Moment("3-triggers");
-    Leave("Escape", "^Triggers$");
+    LeaveEditor(Player, "Escape", kTriggers);
 
     Player.Enter("gt hello");
     Server.Expect("tell group hello\r");
     SendText("\r\n\x1b[0;31mYou are hungry.\r\n\x1b[0;37mThe rain stops.");
     Server.Expect("eat bread\rdrink\rsigh\r");
-    // The menu has seen the Alt key come up, not the command line: for that one it is still held,
-    // on purpose, until it goes down and up again.
-    Player.Press("Alt_L");
+    ReleaseAlt(Player);
     Player.Press("F1"); // plain keys are the first set's, whatever set is current
     Server.Expect("score\r");
     Player.Press("alt+k");
@@ -105,10 +185,10 @@ TEST_F(Automation, IsMadeInTheEditorsUsedAndKept) {
     Server.Expect("score\r");
     Player.Enter("gt hello");
     Server.Expect("gt hello\r");
-    OpenEditor("m", "^Macros$");
+    OpenEditor(Player, "m", kMacros);
     Player.Press("alt+s");
     Player.Press("Down");
-    Leave("alt+d", "^Macros$");
+    LeaveEditor(Player, "alt+d", kMacros);
     Player.Enter("gt hello");
     Server.Expect("tell group hello\r");
     Player.Press("alt+k");
