@@ -1,4 +1,5 @@
 // Servers go away in every way there is. The client says so, stays alive and connects again.
+#include "Files.h"
 #include "Journey.h"
 #include "Wait.h"
 
@@ -9,16 +10,24 @@ namespace {
 
 class VanishingServer : public ServerJourney {
 protected:
+    void OpenAndCloseAWindow() {
+        Player.Press({"alt+h", "Up", "Return"});
+        Player.TakeKeys("^About$");
+        Player.Press("Return");
+        Player.WaitToClose("^About$");
+        Player.TakeKeys(Client::kFrame);
+    }
+
     void ExpectToBeDisconnected() {
         Player.WaitToSee("\n\nConnection Closed");
         WaitFor("the connect button to be usable", [this] { return Player.CanUse(ConnectButton); });
         EXPECT_FALSE(Player.CanUse(DisconnectButton));
     }
 
-    void ExpectANewConnectionToWork() {
+    void ExpectANewConnectionToWork(const std::string& game = "127.0.0.1") {
         Player.ClickToolbar(ConnectButton);
         Server.WaitForPlayer();
-        Player.WaitToSee("Attempting connection to: 127.0.0.1");
+        Player.WaitToSee("Attempting connection to: " + game);
         SendText("\r\nWelcome back.");
         Player.WaitToSee("Welcome back.");
         Player.Enter("look");
@@ -62,6 +71,24 @@ TEST_F(VanishingServer, ResetsTheConnection) {
     ExpectANewConnectionToWork();
 }
 
+TEST_F(VanishingServer, StallsInMidText) {
+    Connect();
+    SendText("The bridge sways.\r\nThen it");
+    Player.WaitToSee("The bridge sways.\nThen it");
+    Player.Enter("cross bridge");
+    OpenAndCloseAWindow();
+    Player.Enter("look");
+    Player.WaitToSee("\n\n"); // one for each line sent, and no answer
+    Moment("1-stalled");
+    EXPECT_TRUE(Player.HasStatus());
+    Player.ClickToolbar(DisconnectButton);
+    Player.WaitToSee("\nConnection Closed");
+    EXPECT_FALSE(Player.HasStatus());
+    Server.Expect("cross bridge\rlook\r");
+    Server.WaitForPlayerToLeave();
+    ExpectANewConnectionToWork();
+}
+
 TEST_F(VanishingServer, RefusesTheConnection) {
     Server.StopListening();
     Player.Start({"--connect", Server.Address()});
@@ -75,12 +102,16 @@ TEST_F(VanishingServer, RefusesTheConnection) {
 TEST_F(VanishingServer, HasANameThatIsUnknown) {
     // Too long for any name, so that nobody needs to be asked for it.
     const QString host(64, 'x');
+    PutFile(Player.Home + "/Data/muds.lst",
+            GameList({{"Quillmere", Server.PortText().toStdString()}}));
     Player.Start({"--connect", host + ":4000"});
     ExpectToBeDisconnected();
     Moment("1-unknown");
     EXPECT_TRUE(Player.HasStatus());
     Player.ClickToolbar(ConnectButton);
     ExpectToBeDisconnected();
+    Player.ClickToolbar(DeleteButton); // leaves the built-in game
+    ExpectANewConnectionToWork("Quillmere");
     Player.ExitByMenu();
     EXPECT_EQ(Player.WaitForEnd(), 0);
 }
