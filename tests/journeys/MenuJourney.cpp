@@ -10,9 +10,6 @@ class Menu : public ServerJourney {
 protected:
     static constexpr const char* kDialog = "^Add/Delete/Change Mud$";
 
-    // The last item of Configuration. Two items have its access key.
-    void ToggleToolbar() { Player.Press({"alt+c", "Up", "Return"}); }
-
     void OpenDialog() {
         Player.Press({"alt+m", "a"});
         Player.TakeKeys(kDialog);
@@ -55,10 +52,9 @@ protected:
     }
 };
 
-TEST_F(Menu, StandsInForTheToolbarAlsoAfterARestart) {
+TEST_F(Menu, ManagesTheGamesWithoutTheToolbar) {
     Player.Start();
-    ToggleToolbar();
-    WaitFor("the toolbar to go", [this] { return FindToolbar(Screen.Look()).empty(); });
+    Player.ToggleToolbar();
     OpenDialog();
     AddGame("First");
     AddGame("Second");
@@ -80,17 +76,6 @@ TEST_F(Menu, StandsInForTheToolbarAlsoAfterARestart) {
     Server.Expect("look\r");
     Player.Press({"alt+m", "d"});
     Server.WaitForPlayerToLeave();
-    Stop();
-
-    Player.Launch();
-    Player.WaitForFrame();
-    EXPECT_TRUE(FindToolbar(Screen.Look()).empty());
-    ToggleToolbar();
-    WaitFor("the toolbar to come back", [this] { return Player.HasToolbar(); });
-    Moment("4-toolbar");
-    Stop();
-    Player.Start(); // with the toolbar
-    EXPECT_EQ(Games(), 2);
 }
 
 TEST_F(Menu, StartsNoLogOnPurpose) {
