@@ -1,10 +1,8 @@
 // The web site in the browser window, opened and closed by menus.
 #include "Files.h"
 #include "Journey.h"
-#include "Wait.h"
+#include "Site.h"
 #include "World.h"
-
-#include <algorithm>
 
 namespace journey {
 namespace {
@@ -21,30 +19,17 @@ protected:
         Player.TakeKeys(kSite);
     }
 
-    void WaitForPixels(const std::string& what, const Colour& colour, int fewest) const {
-        const Area place = Screen.PlaceOf(Player.Windows(kSite).value(0));
-        const Area seen{std::max(place.Left, 0), std::max(place.Top, 0),
-                        std::min(place.Right, Display::Width),
-                        std::min(place.Bottom, Display::Height)};
-        WaitFor(what, [&] { return CountOf(Screen.Look(), seen, colour) > fewest; });
-    }
-
-    static constexpr const char* kSite = "^Quillmere$"; // the page's title
-
     World Town;
 };
 
 TEST_F(Browser, ShowsTheWebSiteAndIsClosedByItsMenu) {
     Player.Start();
     OpenSite();
-    WaitForPixels("the page's dark head", {31, 58, 68}, 10000);
-    WaitForPixels("the page's pale ground", {244, 239, 227}, 10000);
+    WaitToSeeSite(Player, Screen);
     Moment("1-site");
-    Player.Press({"alt+f", "x"});
-    Player.WaitToClose(kSite);
+    CloseSite(Player);
     Moment("2-closed");
 
-    Player.TakeKeys(Client::kFrame);
     Player.ClickCommandLine();
     for (const auto& [name, text] : FilesBelow(Player.Folder.path()))
         EXPECT_EQ(name.find("WebEngine"), std::string::npos) << name;
