@@ -2,7 +2,10 @@
 
 #include "Life.h"
 #include "Login.h"
+#include "Shows.h"
 #include "Sounds.h"
+#include "Talk.h"
+#include "Things.h"
 #include "World.h"
 
 #include <algorithm>
@@ -22,38 +25,58 @@ struct Command {
 
 std::span<const Command> Commands();
 
-void Look(World& world, Player& player, std::string_view) { LookAround(world, player); }
-
-void Say(World& world, Player& player, std::string_view words) {
-    if (words.empty()) {
-        Tell(player, ProseColour, "You open your mouth and close it again.");
+// With a name, at one thing or creature; else at the room.
+void Look(World& world, Player& player, std::string_view called) {
+    if (called.empty()) {
+        LookAround(world, player);
         return;
     }
-    Tell(player, SpeechColour, "You say: " + std::string(words));
-    TellRoom(world, player.room, player.id, SpeechColour,
-             player.name + " says: " + std::string(words));
+    if (LookAt(world, player, called))
+        return;
+    if (const Creature* creature = FindCreature(world, player.room, called))
+        TellProse(player, CreatureColour, creature->kind->sight);
+    else
+        Tell(player, ProseColour, "You see no such thing here.");
 }
 
-void Who(World& world, Player& player, std::string_view) {
-    Tell(player, NoticeColour, "In Quillmere at this hour:");
-    for (const auto& [id, other] : world.players) {
-        if (other.stage == Stage::Playing)
-            Tell(player, PeopleColour,
-                 "  " + other.name + ", " + std::string(RoomAt(other.room).title));
-    }
+void TellAll(Player& player, std::string_view colour, const std::vector<std::string>& lines) {
+    for (const std::string& line : lines)
+        Tell(player, colour, line);
 }
 
-void Help(World&, Player& player, std::string_view) {
+void ShowMap(World& world, Player& player, std::string_view) {
+    TellAll(player, ExitColour, LinesOf(*world.town, "map"));
+    Tell(player, ProseColour, "You are here: " + RoomAt(world, player.room).title + '.');
+}
+
+void ShowTopic(Player& player, const Topic& topic) {
+    Tell(player, TitleColour, Capital(topic.about) + ':');
+    for (const std::string& paragraph : topic.paragraphs)
+        TellProse(player, ProseColour, paragraph);
+}
+
+void ListWords(const World& world, Player& player) {
     std::string ways = "  To walk:";
     for (const DirectionRow& row : Directions())
         ways += ' ' + std::string(row.word) + " (" + std::string(row.letters) + ')';
     Tell(player, NoticeColour, "Words that work here:");
-    player.lines += Prose(ExitColour, ways, player.width);
+    TellProse(player, ExitColour, ways);
     for (const Command& command : Commands()) {
         const std::string also = command.also.empty() ? "" : " or " + std::string(command.also);
         Tell(player, ProseColour,
              "  " + std::string(command.word) + also + ": " + std::string(command.help));
     }
+    Tell(player, NoticeColour, "There is more to read:");
+    for (const Topic& topic : world.town->topics)
+        Tell(player, ExitColour, "  help " + topic.word + ": " + topic.about);
+}
+
+void Help(World& world, Player& player, std::string_view word) {
+    const auto topic = std::ranges::find(world.town->topics, Lower(word), &Topic::word);
+    if (topic == world.town->topics.end())
+        ListWords(world, player);
+    else
+        ShowTopic(player, *topic);
 }
 
 void Kill(World& world, Player& player, std::string_view target) {
@@ -63,44 +86,18 @@ void Kill(World& world, Player& player, std::string_view target) {
         Attack(world, player, target);
 }
 
+void RunAway(World& world, Player& player, std::string_view) { Flee(world, player); }
+
 void Score(World&, Player& player, std::string_view) {
     Tell(player, NoticeColour,
          player.name + ": " + std::to_string(player.life) + " of " + std::to_string(MaxLife) +
-             " life, loaves " + std::to_string(player.loaves) + ", rats beaten " +
-             std::to_string(player.kills) + '.');
+             " life, fights won " + std::to_string(player.kills) + '.');
     Tell(player, HungerColour, IsHungry(player) ? "You are hungry." : "You are well fed.");
-    if (!player.terminal.empty())
-        Tell(player, ProseColour, "You look in through a window of type " + player.terminal + '.');
-}
-
-std::string LastWord(std::string_view thing) { return Lower(thing.substr(thing.rfind(' ') + 1)); }
-
-bool IsBread(std::string_view thing) {
-    const std::string last = LastWord(thing);
-    return last == "bread" || last == "loaf";
-}
-
-void Get(World&, Player& player, std::string_view thing) {
-    if (!RoomAt(player.room).has.bread || !IsBread(thing)) {
-        Tell(player, ProseColour, "You see no such thing to take.");
-    } else if (player.loaves == MaxLoaves) {
-        Tell(player, ProseColour, "The baker looks at your full pockets until you put it back.");
-    } else {
-        ++player.loaves;
-        Tell(player, HungerColour, "You take a warm loaf of bread.");
-    }
-}
-
-void Eat(World& world, Player& player, std::string_view thing) {
-    if (IsBread(thing))
-        EatBread(world, player);
-    else
-        Tell(player, ProseColour, "You can eat bread, and only bread. It is a plain town.");
 }
 
 void Ring(World& world, Player& player, std::string_view thing) {
-    const bool isBell = thing.empty() || LastWord(thing) == "bell";
-    if (!RoomAt(player.room).has.bell || !isBell)
+    const bool isBell = thing.empty() || Lower(LastWord(thing)) == "bell";
+    if (!RoomAt(world, player.room).bell || !isBell)
         Tell(player, ProseColour, "There is no such thing to ring here.");
     else
         RingBell(world, player);
@@ -108,21 +105,36 @@ void Ring(World& world, Player& player, std::string_view thing) {
 
 void Sounds(World& world, Player& player, std::string_view) { ShowSounds(world, player); }
 
+void AskForSilence(World&, Player& player, std::string_view) { Hush(player); }
+
 void Quit(World& world, Player& player, std::string_view) {
     Tell(player, NoticeColour, "Good-bye, " + player.name + ". The geese will remember you.");
     Leave(world, player, "takes the road out of town.");
 }
 
 constexpr Command kCommands[] = {
-    {"look", "l", Look, "see the room again"},
+    {"look", "l", Look, R"(see the room again; "look hat" looks at one thing)"},
+    {"map", "", ShowMap, "see how the town lies"},
     {"say", "", Say, "speak to everyone in the room"},
+    {"tell", "", TellTo, R"("tell ada hello" reaches Ada wherever she is)"},
+    {"emote", "", Emote, R"("emote yawns" lets the room see you do it)"},
     {"who", "", Who, "see who else is about, and where"},
-    {"kill", "attack", Kill, R"("kill rat" begins a fight, walking away ends it)"},
-    {"score", "sc", Score, "see how you are"},
     {"get", "take", Get, R"("get bread" where some lies ready)"},
+    {"drop", "", Drop, "leave a thing behind"},
+    {"wear", "", Wear, R"("wear hat": some things keep a bite off)"},
+    {"remove", "", TakeOff, "take off what you wear"},
     {"eat", "", Eat, R"("eat bread" stills the hunger and heals a little)"},
+    {"inventory", "i", ShowCarried, "see what you carry"},
+    {"kill", "attack", Kill, R"("kill rat" begins a fight, walking away ends it)"},
+    {"flee", "", RunAway, "run from a fight, wherever the feet go"},
+    {"score", "sc", Score, "see how you are"},
     {"ring", "", Ring, R"("ring bell" where one hangs)"},
+    {"colours", "colors", ShowColours, "see every colour that your client knows"},
     {"sounds", "", Sounds, "have your client play all that there is to hear"},
+    {"hush", "", AskForSilence, "stop what your client plays"},
+    {"options", "", ShowOptions, "see what your client and the world agreed on"},
+    {"probe", "", AskForName, "have your client asked for its name, by a colour sequence"},
+    {"flood", "", BeginFlood, R"("flood 100" sends a hundred kilobytes of text at once)"},
     {"help", "?", Help, "read this"},
     {"quit", "", Quit, "leave the world"},
 };
@@ -163,7 +175,7 @@ void HandleLine(World& world, Player& player, std::string_view line) {
         return;
     }
     const std::string command = Clean(line);
-    if (!command.empty())
+    if (!command.empty() && !TakeName(player, command))
         RunCommand(world, player, command);
 }
 

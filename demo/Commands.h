@@ -10,8 +10,6 @@ namespace world {
 struct Player;
 struct World;
 
-inline constexpr int MaxLoaves = 3; // that one player carries
-
 // Carries out one line: at the gate a name or password, in the world a command. An empty command
 // only brings the prompt again; a player who is gone is not heard.
 void HandleLine(World& world, Player& player, std::string_view line);

@@ -1,6 +1,7 @@
 #include "Life.h"
 
 #include "Sounds.h"
+#include "Things.h"
 #include "World.h"
 
 #include <algorithm>
@@ -17,14 +18,14 @@ struct BlowWords {
     int atLeast; // taken by the blow
     std::string_view you;
     std::string_view they;
-    std::string_view creature;
 };
 
-constexpr BlowWords kBlows[] = {
-    {4, "You land a fearful blow on ", " lands a fearful blow on ", " sinks its teeth into "},
-    {2, "You hit ", " hits ", " bites "},
-    {1, "You graze ", " grazes ", " nips "},
-    {0, "You swing at thin air beside ", " misses ", " snaps and misses "},
+// The rows are those of Kind::blows.
+constexpr BlowWords kBlows[BlowCount] = {
+    {4, "You land a fearful blow on ", " lands a fearful blow on "},
+    {2, "You hit ", " hits "},
+    {1, "You graze ", " grazes "},
+    {0, "You swing at thin air beside ", " misses "},
 };
 
 struct Weather {
@@ -38,40 +39,21 @@ constexpr Weather kWeathers[] = {
     {"Far out above the mere the thunder turns over in its bed.", {Sound::Thunder, 80, 60}},
 };
 
-const BlowWords& WordsFor(int taken) {
-    return *std::ranges::find_if(kBlows,
-                                 [taken](const BlowWords& row) { return taken >= row.atLeast; });
+std::size_t RowFor(int taken) {
+    const auto* const row = std::ranges::find_if(
+        kBlows, [taken](const BlowWords& each) { return taken >= each.atLeast; });
+    return static_cast<std::size_t>(row - std::begin(kBlows));
 }
 
 int Blow(World& world, int aim, int most) {
     return world.roll(100) < aim ? 1 + world.roll(most) : 0;
 }
 
-// Names begin in small letters; at the front of a sentence they do not.
-std::string Begin(std::string_view name) {
-    std::string text(name);
-    text[0] = static_cast<char>(text[0] - 'a' + 'A');
-    return text;
-}
-
-std::string_view LastWord(std::string_view text) {
-    return text.substr(text.rfind(' ') + 1); // without a blank this is the whole
-}
-
-Creature* FindCreature(World& world, int room, std::string_view noun) {
-    for (Creature& creature : world.creatures) {
-        const bool isHere = creature.life > 0 && creature.kind->room == room;
-        if (isHere && LastWord(creature.kind->name) == noun)
-            return &creature;
-    }
-    return nullptr;
-}
-
 void Defeat(World& world, Player& winner, Creature& creature) {
     const std::string name(creature.kind->name);
     creature.beatsAway = BeatsUntilBack;
     ++winner.kills;
-    Tell(winner, NoticeColour, "You have beaten " + name + "! It drags itself off into the dark.");
+    Tell(winner, NoticeColour, "You have beaten " + name + "! It takes itself off.");
     TellRoom(world, winner.room, winner.id, PeopleColour,
              winner.name + " has beaten " + name + '!');
     for (auto& [id, player] : world.players) {
@@ -83,7 +65,7 @@ void Defeat(World& world, Player& winner, Creature& creature) {
 void Strike(World& world, Player& player, Creature& creature) {
     const int taken = std::min(Blow(world, kPlayerAim, kPlayerBlow), creature.life);
     const std::string name(creature.kind->name);
-    const BlowWords& words = WordsFor(taken);
+    const BlowWords& words = kBlows[RowFor(taken)];
     creature.life -= taken;
     Tell(player, NoticeColour, std::string(words.you) + name + '.');
     TellRoom(world, player.room, player.id, PeopleColour,
@@ -105,8 +87,10 @@ void Faint(World& world, Player& player) {
 }
 
 void Suffer(World& world, Player& player, const Creature& creature) {
-    const int taken = std::min(Blow(world, creature.kind->aim, creature.kind->bite), player.life);
-    const std::string deed = Begin(creature.kind->name) + std::string(WordsFor(taken).creature);
+    const int bite = Blow(world, creature.kind->aim, creature.kind->bite);
+    const int taken = std::clamp(bite - GuardOf(world, player), 0, player.life);
+    const std::string deed =
+        Capital(creature.kind->name) + ' ' + creature.kind->blows[RowFor(taken)] + ' ';
     player.life -= taken;
     Tell(player, CreatureColour, deed + "you.");
     TellRoom(world, player.room, player.id, CreatureColour, deed + player.name + '.');
@@ -141,7 +125,11 @@ void LetReturn(World& world, Creature& creature) {
         return;
     creature.life = creature.kind->life;
     TellRoom(world, creature.kind->room, 0, CreatureColour,
-             Begin(creature.kind->name) + " is back, and bears a grudge.");
+             Capital(creature.kind->name) + " is back, and bears a grudge.");
+    for (auto& [id, player] : world.players) {
+        if (player.stage == Stage::Playing && player.room == creature.kind->room)
+            MeetCreatures(world, player);
+    }
 }
 
 void LetWeather(World& world) {
@@ -151,19 +139,28 @@ void LetWeather(World& world) {
     const Weather& weather =
         kWeathers[static_cast<std::size_t>(world.roll(static_cast<int>(std::size(kWeathers))))];
     for (auto& [id, player] : world.players) {
-        if (player.stage == Stage::Playing && RoomAt(player.room).has.sky)
+        if (player.stage == Stage::Playing && RoomAt(world, player.room).sky)
             TellWithSound(world, player, ProseColour, weather.text, weather.cue);
     }
 }
 
 } // namespace
 
+Creature* FindCreature(World& world, int room, std::string_view called) {
+    for (Creature& creature : world.creatures) {
+        const bool isHere = creature.life > 0 && creature.kind->room == room;
+        if (isHere && LastWord(creature.kind->name) == Lower(LastWord(called)))
+            return &creature;
+    }
+    return nullptr;
+}
+
 void Attack(World& world, Player& player, std::string_view target) {
     if (player.foe) {
         Tell(player, ProseColour, "You are fighting as hard as you can.");
         return;
     }
-    player.foe = FindCreature(world, player.room, Lower(LastWord(target)));
+    player.foe = FindCreature(world, player.room, target);
     if (!player.foe) {
         Tell(player, ProseColour, "There is nothing like that to fight here.");
         return;
@@ -173,16 +170,31 @@ void Attack(World& world, Player& player, std::string_view target) {
     TellRoom(world, player.room, player.id, PeopleColour, player.name + " goes for " + name + '!');
 }
 
-void EatBread(World& world, Player& player) {
-    if (player.loaves == 0) {
-        Tell(player, ProseColour, "You have no bread. The bakehouse does.");
+void MeetCreatures(World& world, Player& player) {
+    if (player.foe)
+        return;
+    for (Creature& creature : world.creatures) {
+        if (creature.life == 0 || !creature.kind->attacks || creature.kind->room != player.room)
+            continue;
+        player.foe = &creature;
+        Tell(player, CreatureColour, Capital(creature.kind->name) + " attacks you!");
+        TellRoom(world, player.room, player.id, CreatureColour,
+                 Capital(creature.kind->name) + " attacks " + player.name + '!');
         return;
     }
-    --player.loaves;
-    player.beatsSinceMeal = 0;
-    player.life = std::min(player.life + LifeOfALoaf, MaxLife);
-    Tell(player, HungerColour, "You eat a loaf to the last crumb. The day looks better.");
-    TellRoom(world, player.room, player.id, PeopleColour, player.name + " eats a loaf of bread.");
+}
+
+void Flee(World& world, Player& player) {
+    if (!player.foe) {
+        Tell(player, ProseColour, "From what? Nothing here is after you.");
+        return;
+    }
+    std::vector<Direction> ways;
+    for (const DirectionRow& row : Directions()) {
+        if (RoomTo(world, player.room, row.direction))
+            ways.push_back(row.direction);
+    }
+    Walk(world, player, ways[static_cast<std::size_t>(world.roll(static_cast<int>(ways.size())))]);
 }
 
 void RingBell(World& world, const Player& player) {
@@ -224,6 +236,7 @@ void Beat(World& world) {
     }
     for (Creature& creature : world.creatures)
         LetReturn(world, creature);
+    LetThingsMove(world);
     LetWeather(world);
 }
 

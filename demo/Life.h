@@ -1,5 +1,5 @@
-// What happens to those who live in the world: rounds of fights, hunger, healing, rats that return,
-// weather, and the sound of a bell.
+// What happens to those who live in the world: rounds of fights, hunger, healing, creatures that
+// return, weather, and the sound of a bell.
 //
 // The server calls Round while someone fights and Beat while someone plays; neither looks at a
 // clock.
@@ -9,6 +9,7 @@
 
 namespace world {
 
+struct Creature;
 struct Player;
 struct World;
 
@@ -18,13 +19,18 @@ inline constexpr int BeatsUntilBack = 2;      // that a beaten creature stays aw
 inline constexpr int BeatsOfFairWeather = 10; // at least, from one rain or thunder to the next
 inline constexpr int WeatherSides = 4;        // of the dice that decides on each beat after these
 inline constexpr int WeakLife = 6;            // at or below it a player feels weak
-inline constexpr int LifeOfALoaf = 5;
+
+// The creature of the room whose name ends in the last word of what it is called, or null.
+Creature* FindCreature(World& world, int room, std::string_view called);
 
 // Sets the player on a creature of the room whose name ends in the last word of target.
 void Attack(World& world, Player& player, std::string_view target);
 
-// Eats one loaf: stills the hunger and heals a little. Says so when there is none.
-void EatBread(World& world, Player& player);
+// A creature of the room that attacks sets itself on the player, who is not fighting yet.
+void MeetCreatures(World& world, Player& player);
+
+// Runs from a fight by one of the ways out.
+void Flee(World& world, Player& player);
 
 // The player rings the bell of the room, for everyone there to hear.
 void RingBell(World& world, const Player& player);
@@ -38,8 +44,8 @@ bool AnyonePlays(const World& world);
 // start.
 void Round(World& world);
 
-// One slow step: hunger grows, those who are fed and at peace heal, creatures come back, and now
-// and then those under the sky have rain or thunder.
+// One slow step: hunger grows, those who are fed and at peace heal, creatures and things come back,
+// and now and then those under the sky have rain or thunder.
 void Beat(World& world);
 
 } // namespace world

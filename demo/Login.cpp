@@ -2,24 +2,13 @@
 
 #include "World.h"
 
-#include <algorithm>
 #include <string>
 
 namespace world {
 namespace {
 
-// "ada" and "ADA" are Ada. Empty when it is no name.
-std::string ProperName(std::string_view line) {
-    std::string name = Lower(Clean(line));
-    const bool letters = std::ranges::all_of(name, [](char c) { return c >= 'a' && c <= 'z'; });
-    if (!letters || name.size() < 2 || name.size() > 16)
-        return {};
-    name[0] = static_cast<char>(name[0] - 'a' + 'A');
-    return name;
-}
-
 bool HasPlaceFor(const World& world, const std::string& name) {
-    return world.passwords.contains(name) || world.passwords.size() < MaxNames;
+    return world.book.contains(name) || world.book.size() < MaxNames;
 }
 
 void RefuseName(Player& player) {
@@ -41,11 +30,10 @@ void TakeName(World& world, Player& player, std::string_view line) {
     }
     player.name = name;
     player.stage = Stage::Password;
-    if (world.passwords.contains(name))
+    if (world.book.contains(name))
         Tell(player, NoticeColour, "The book knows you, " + name + ". So does the porter, nearly.");
     else
-        Tell(player, NoticeColour,
-             "A new name. Choose a password; it is good until the world stops.");
+        Tell(player, NoticeColour, "A new name. Choose a password, and the book will know you.");
 }
 
 void RefusePassword(Player& player) {
@@ -75,22 +63,27 @@ void TakePassword(World& world, Player& player, std::string_view line) {
         RefuseName(player);
         return;
     }
-    const auto [entry, isNew] = world.passwords.try_emplace(player.name, line);
-    if (entry->second != line) {
+    const auto account = world.book.find(player.name);
+    if (account == world.book.end()) {
+        world.book[player.name] = NewAccount(line, world.hashRounds);
+        world.isBookChanged = true;
+    } else if (!IsPassword(account->second, line)) {
         RefusePassword(player);
         return;
     }
     TakeOver(world, player.name);
-    Tell(player, NoticeColour,
-         "Welcome to Quillmere, " + player.name + R"(. The word "help" lists the others.)");
+    Tell(player, NoticeColour, "Welcome to Quillmere, " + player.name + '.');
+    for (const std::string& words : LinesOf(*world.town, "welcome"))
+        Tell(player, NoticeColour, words);
     Enter(world, player);
 }
 
 } // namespace
 
-void Greet(Player& player) {
+void Greet(const World& world, Player& player) {
     Tell(player, TitleColour, "Q U I L L M E R E");
-    Tell(player, ProseColour, "A town of scribes beside a large and patient water.");
+    for (const std::string& line : LinesOf(*world.town, "greeting"))
+        Tell(player, ProseColour, line);
 }
 
 void HandleLogin(World& world, Player& player, std::string_view line) {

@@ -1,10 +1,9 @@
 // The gate: a name, then its password.
 //
-// A password lives in memory for one run of the program; the first use of a name sets it. Whoever
-// gives the right one for a name already in the world takes that player's place.
+// The first use of a name sets its password, in the book. Whoever gives the right one for a name
+// already in the world takes that player's place.
 #pragma once
 
-#include <cstddef>
 #include <string_view>
 
 namespace world {
@@ -12,11 +11,10 @@ namespace world {
 struct Player;
 struct World;
 
-inline constexpr std::size_t MaxNames = 200; // remembered in one run
 inline constexpr int MaxWrongTries = 3;
 
 // The first words to a new connection.
-void Greet(Player& player);
+void Greet(const World& world, Player& player);
 
 // One line of a player who is not in the world yet: the name or the password, by Player::stage.
 // Three wrong passwords make the player Gone.

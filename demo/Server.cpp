@@ -4,6 +4,7 @@
 #include "Life.h"
 #include "Login.h"
 #include "Ports.h"
+#include "Shows.h"
 #include "Sounds.h"
 
 #include <algorithm>
@@ -17,8 +18,8 @@ namespace world {
 namespace {
 
 constexpr int kReceiveBuffer = 4096;
-constexpr int kSendBuffer = 64 * 1024; // the system's own share, kept small beside MaxQueue
-constexpr int kNarrowest = 40;         // a window smaller than that gets lines of this width
+constexpr int kSendBuffer = 64 * 1024;        // the system's own share, kept small beside MaxQueue
+constexpr std::chrono::seconds kSaveDelay{1}; // what changes meanwhile shares one write
 
 void SetRunning(QTimer& timer, bool run) {
     if (run && !timer.isActive())
@@ -33,21 +34,40 @@ void Write(QTcpSocket* socket, const std::string& message) {
     socket->flush();
 }
 
-std::size_t WidthFor(int columns) {
-    const int wished = columns > 0 ? std::max(columns, kNarrowest) : static_cast<int>(ProseWidth);
-    return std::min(static_cast<std::size_t>(wished), ProseWidth);
+// What the player is to read now. While a flood runs there is no prompt, and no more text than the
+// client keeps up with.
+Outgoing Compose(const World& world, Player& player, bool hasRoom) {
+    Outgoing outgoing;
+    outgoing.negotiation = HideTyping(player.telnet, player.stage == Stage::Password);
+    if (player.flood > 0 && hasRoom)
+        player.lines += TakeFlood(*world.town, player);
+    outgoing.lines = WithoutMistakableWaves(std::exchange(player.lines, {}));
+    const bool wantsPrompt = std::exchange(player.wantsPrompt, false) || !outgoing.lines.empty();
+    if (player.probe == ProbeState::Wanted && player.flood == 0) {
+        player.probe = ProbeState::Sent;
+        outgoing.probe = Probe;
+    } else if (wantsPrompt && player.flood == 0) {
+        outgoing.prompt = PromptOf(player);
+    }
+    return outgoing;
 }
 
 } // namespace
 
 Server::Server(const Settings& chosen) : settings(chosen) {
     world.roll = settings.roll;
-    Populate(world);
+    if (!settings.book.empty())
+        world.book = LoadBook(settings.book);
+    Populate(world, Quillmere());
+    listener.setListenBacklogSize(static_cast<int>(MaxClients)); // who may all come at once
     turnTimer.setSingleShot(true);
+    saveTimer.setSingleShot(true);
+    saveTimer.setInterval(kSaveDelay);
     fightTimer.setInterval(settings.round);
     beatTimer.setInterval(settings.beat);
     QObject::connect(&listener, &QTcpServer::newConnection, &listener, [this] { Accept(); });
     QObject::connect(&turnTimer, &QTimer::timeout, &listener, [this] { Turn(); });
+    QObject::connect(&saveTimer, &QTimer::timeout, &listener, [this] { SaveChangedBook(); });
     QObject::connect(&fightTimer, &QTimer::timeout, &listener, [this] {
         Round(world);
         turnTimer.start();
@@ -74,11 +94,23 @@ void Server::Close() {
     listener.close();
     for (auto& [id, connection] : connections) {
         Player& player = world.players.at(id);
+        player.flood = 0;
+        if (player.stage == Stage::Playing)
+            Remember(world, player);
         if (player.stage != Stage::Gone)
             Tell(player, NoticeColour, "The world is rolled up for the night. Come back soon.");
         player.stage = Stage::Gone;
         Send(id, connection);
     }
+    SaveChangedBook();
+}
+
+void Server::SaveChangedBook() {
+    if (!world.isBookChanged || settings.book.empty())
+        return;
+    world.isBookChanged = false;
+    if (!SaveBook(settings.book, world.book))
+        std::cerr << "The players can't be written to " << settings.book << '\n';
 }
 
 void Server::Accept() {
@@ -96,7 +128,9 @@ void Server::Accept() {
 
 void Server::Refuse(QTcpSocket* socket) {
     QObject::connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
-    Write(socket, Message({}, Line(NoticeColour, "The town is full. Please try again later."), {}));
+    Outgoing outgoing;
+    outgoing.lines = Line(NoticeColour, "The town is full. Please try again later.");
+    Write(socket, Message(outgoing));
     socket->disconnectFromHost();
 }
 
@@ -104,14 +138,19 @@ void Server::Welcome(QTcpSocket* socket) {
     const int id = ++lastId;
     Connection& connection = connections[id];
     connection.socket = socket;
-    connection.negotiation = Opening(connection.telnet);
     Player& player = world.players[id];
     player.id = id;
-    Greet(player);
+    connection.negotiation = Opening(player.telnet);
+    Greet(world, player);
     socket->setReadBufferSize(kReceiveBuffer);
     socket->setSocketOption(QAbstractSocket::SendBufferSizeSocketOption, kSendBuffer);
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     QObject::connect(socket, &QTcpSocket::readyRead, &listener, [this] { turnTimer.start(); });
+    QObject::connect(socket, &QTcpSocket::bytesWritten, &listener, [this, id] {
+        const auto reader = world.players.find(id);
+        if (reader != world.players.end() && reader->second.flood > 0)
+            turnTimer.start();
+    });
     QObject::connect(socket, &QTcpSocket::disconnected, &listener, [this, id] {
         connections.at(id).isLost = true;
         turnTimer.start();
@@ -148,11 +187,9 @@ bool Server::Serve(int id, Connection& connection) {
 void Server::Receive(Player& player, Connection& connection) {
     const QByteArray bytes = connection.socket->read(MaxRead);
     TelnetInput input =
-        Decode(connection.telnet, {bytes.data(), static_cast<std::size_t>(bytes.size())});
+        Decode(player.telnet, {bytes.data(), static_cast<std::size_t>(bytes.size())});
     std::ranges::move(input.lines, std::back_inserter(connection.lines));
     connection.negotiation += input.replies;
-    player.terminal = connection.telnet.terminal;
-    player.width = WidthFor(connection.telnet.columns);
 }
 
 // One who is lost goes when everything received before has been carried out.
@@ -175,15 +212,15 @@ void Server::RemoveLost() {
 
 void Server::Send(int id, Connection& connection) {
     Player& player = world.players.at(id);
-    const std::string negotiation = std::exchange(connection.negotiation, {}) +
-                                    HideTyping(connection.telnet, player.stage == Stage::Password);
-    const std::string lines = WithoutMistakableWaves(std::exchange(player.lines, {}));
-    const bool wantsPrompt = std::exchange(player.wantsPrompt, false) || !lines.empty();
-    const std::string prompt = wantsPrompt ? PromptOf(player) : std::string{};
-    const bool isEmpty = negotiation.empty() && lines.empty() && prompt.empty();
-    if (isEmpty || connection.isLost || connection.isLeaving)
+    const bool hasRoom = connection.socket->bytesToWrite() < static_cast<std::int64_t>(FloodPiece);
+    Outgoing outgoing = Compose(world, player, hasRoom);
+    outgoing.negotiation.insert(0, std::exchange(connection.negotiation, {}));
+    outgoing.afterPrompt = connection.atPrompt;
+    if (IsEmpty(outgoing) || connection.isLost || connection.isLeaving)
         return;
-    Write(connection.socket, Message(negotiation, lines, prompt));
+    Write(connection.socket, Message(outgoing));
+    if (!outgoing.lines.empty() || !outgoing.prompt.empty())
+        connection.atPrompt = !outgoing.prompt.empty();
     if (connection.socket->bytesToWrite() > MaxQueue) {
         connection.isLost = true;
         connection.socket->abort();
@@ -197,6 +234,8 @@ void Server::Send(int id, Connection& connection) {
 void Server::SetTimers() {
     SetRunning(fightTimer, AnyoneFights(world));
     SetRunning(beatTimer, AnyonePlays(world));
+    if (world.isBookChanged && !saveTimer.isActive())
+        saveTimer.start();
 }
 
 } // namespace world

@@ -4,7 +4,6 @@
 // world act and sends, so nothing that an event does can pull a player away from under a loop.
 #pragma once
 
-#include "Telnet.h"
 #include "World.h"
 
 #include <chrono>
@@ -22,7 +21,7 @@ class QTcpSocket;
 
 namespace world {
 
-inline constexpr std::size_t MaxClients = 64;
+inline constexpr std::size_t MaxClients = 300;
 inline constexpr std::int64_t MaxQueue = 256 * 1024; // unsent bytes of one client
 inline constexpr std::int64_t MaxRead = 1024;        // bytes taken from one client a turn
 inline constexpr int MaxLinesATurn = 8; // so that one who floods leaves room for others
@@ -32,10 +31,12 @@ struct Settings {
     std::chrono::milliseconds round{1500};
     std::chrono::milliseconds beat{30000};
     std::function<int(int)> roll; // chance; a number from 0 up to below its argument
+    std::string book;             // the file of the players; empty for none
 };
 
 class Server {
 public:
+    // Reads the book. Throws std::runtime_error when its file can't be read.
     explicit Server(const Settings& chosen);
 
     // Begins to listen on 127.0.0.1. False, with nothing begun, when the port is taken.
@@ -50,17 +51,18 @@ public:
     bool FightTimerRuns() const;
     bool BeatTimerRuns() const;
 
-    // Says good-bye to everyone and hands what is unsent to the system, without waiting.
+    // Says good-bye to everyone, hands what is unsent to the system without waiting for it to
+    // arrive, and writes the book.
     void Close();
 
 private:
     struct Connection {
         QTcpSocket* socket = nullptr;
-        Telnet telnet;
         std::deque<std::string> lines; // received, not yet carried out
         std::string negotiation;       // to send
         bool isLost = false;           // the other end is gone
         bool isLeaving = false;        // its good-bye is sent
+        bool atPrompt = true;          // what was sent last ended with one, or nothing was sent
     };
 
     void Accept();
@@ -71,6 +73,7 @@ private:
     void Receive(Player& player, Connection& connection);
     void RemoveLost();
     void Send(int id, Connection& connection);
+    void SaveChangedBook();
     void SetTimers();
 
     Settings settings;
@@ -81,6 +84,7 @@ private:
     QTimer turnTimer;
     QTimer fightTimer;
     QTimer beatTimer;
+    QTimer saveTimer;
 };
 
 } // namespace world

@@ -2,6 +2,9 @@
 
 #include "Sounds.h"
 
+#include <QDir>
+#include <QFile>
+
 namespace world {
 namespace {
 
@@ -45,8 +48,15 @@ ill-tempered is said to live in the archive cellar.</p>
 
 constexpr std::string_view kHomeEnd = R"(</dd>
 </dl>
+<h2>Once you are in</h2>
+<p>The word <code>map</code> shows the town, the numeric keypad walks, and <code>help</code> lists the
+rest. The first things to do are small ones: look at the geese, take a loaf from the bakehouse, ring the
+bell at the ferry. The rat below the Scribes' Hall can wait until you have eaten.</p>
 <h2>The client</h2>
-<p><a href="/client/clientver.txt">The version of the client that is current</a></p>
+<ul>
+<li><a href="/manual/index.html">The manual</a></li>
+<li><a href="/client/clientver.txt">The version of the client that is current</a></li>
+</ul>
 </main>
 </body>
 </html>
@@ -59,6 +69,21 @@ std::string Home(int gamePort) {
     return page;
 }
 
+std::string TypeOf(const QString& name) {
+    if (name.endsWith(".html"))
+        return "text/html; charset=utf-8";
+    return name.endsWith(".css") ? "text/css; charset=utf-8" : "image/png";
+}
+
+void AddManual(Pages& pages) {
+    for (const QFileInfo& info : QDir(":/manual").entryInfoList(QDir::Files)) {
+        QFile file(info.filePath());
+        if (file.open(QFile::ReadOnly))
+            pages[std::string(ManualPath) + info.fileName().toStdString()] = {
+                TypeOf(info.fileName()), file.readAll().toStdString()};
+    }
+}
+
 } // namespace
 
 Pages Site(int gamePort, const std::string& clientVersion) {
@@ -66,6 +91,7 @@ Pages Site(int gamePort, const std::string& clientVersion) {
         {std::string(HomePath), {"text/html; charset=utf-8", Home(gamePort)}},
         {std::string(VersionPath), {"text/plain; charset=utf-8", clientVersion}},
     };
+    AddManual(pages);
     for (const SoundFile& file : SoundFiles()) {
         pages[std::string(SoundPath) + std::string(file.name)] = {std::string(file.type),
                                                                   file.make()};

@@ -1,5 +1,6 @@
 // The pages of the world's web server: a home page that says how to come in, the version of the
-// client that is published, which clients look up to learn of a newer one, and the sounds.
+// client that is published, which clients look up to learn of a newer one, the client's manual, and
+// the sounds.
 #pragma once
 
 #include "Http.h"
@@ -10,6 +11,7 @@
 namespace world {
 
 inline constexpr std::string_view HomePath = "/";
+inline constexpr std::string_view ManualPath = "/manual/"; // its pages lie below
 inline constexpr std::string_view VersionPath = "/client/clientver.txt";
 
 // The pages of a world whose game listens on this port. The version is published to the byte: a

@@ -59,19 +59,29 @@ std::string Trigger(const Cue& cue, std::string_view root) {
 void TellWithSound(const World& world, Player& player, std::string_view colour,
                    std::string_view text, const Cue& cue) {
     Tell(player, colour, text);
-    player.lines += Trigger(cue, world.soundRoot);
+    if (TakesSounds(player.telnet))
+        player.lines += Trigger(cue, world.soundRoot);
 }
 
 void ShowSounds(const World& world, Player& player) {
     Tell(player, NoticeColour, "Some lines here are not for the eye: they name a sound to play.");
-    player.lines += Prose(ProseColour,
-                          "A client that has the file plays it. One that has not may fetch it from "
-                          "the address, and plays it the next time.",
-                          player.width);
+    if (!TakesSounds(player.telnet)) {
+        Tell(player, ProseColour, "Your client has not agreed to that, so there are none for you.");
+        return;
+    }
+    TellProse(
+        player, ProseColour,
+        "A client that has the file plays it. One that has not may fetch it from the address, "
+        "and plays it the next time.");
     if (world.soundRoot.empty())
         Tell(player, ProseColour, "Nothing can be fetched today, so no line has an address.");
     for (const Form& form : kForms)
         TellWithSound(world, player, ExitColour, form.text, form.cue);
+}
+
+void Hush(Player& player) {
+    const std::string stop = TakesSounds(player.telnet) ? "!!SOUND(Off)!!MUSIC(Off)" : "";
+    Tell(player, NoticeColour, "You ask for silence, and get it." + stop);
 }
 
 std::string WithoutMistakableWaves(std::string lines) {

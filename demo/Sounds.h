@@ -44,12 +44,16 @@ struct Cue {
 // up to their names, no trigger has an address.
 std::string Trigger(const Cue& cue, std::string_view root);
 
-// Adds a line to what the player will read, and what the player will hear with it.
+// Adds a line to what the player will read, and what the player will hear with it when the client
+// takes sounds.
 void TellWithSound(const World& world, Player& player, std::string_view colour,
                    std::string_view text, const Cue& cue);
 
 // What it is about, and every form of a trigger.
 void ShowSounds(const World& world, Player& player);
+
+// Stops what the client plays, by the words that do so wherever they stand in the text.
+void Hush(Player& player);
 
 // The lines of one message without the waves that a client would take for music: it does so when
 // ".mid" stands anywhere behind their trigger, be it in the trigger of a tune or in speech.

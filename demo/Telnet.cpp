@@ -12,6 +12,7 @@ enum : std::uint8_t {
     kEcho = 1,
     kTerminalType = 24,
     kWindowSize = 31,
+    kSounds = 90,
     kSubEnd = 240,
     kSubBegin = 250,
     kWill = 251,
@@ -174,10 +175,13 @@ void OnByte(Telnet& telnet, TelnetInput& input, std::uint8_t byte) {
 
 } // namespace
 
+bool TakesSounds(const Telnet& telnet) { return telnet.ours[kSounds] == OptionState::On; }
+
 std::string Opening(Telnet& telnet) {
     telnet.theirs[kTerminalType] = OptionState::Asked;
     telnet.theirs[kWindowSize] = OptionState::Asked;
-    return Bytes({kIac, kDo, kTerminalType, kIac, kDo, kWindowSize});
+    telnet.ours[kSounds] = OptionState::Asked;
+    return Bytes({kIac, kDo, kTerminalType, kIac, kDo, kWindowSize, kIac, kWill, kSounds});
 }
 
 std::string HideTyping(Telnet& telnet, bool hide) {

@@ -1,5 +1,5 @@
 // The telnet protocol of one connection (RFC 854, with 857 echo, 1091 terminal type, 1073 window
-// size), without any input or output of its own.
+// size, and option 90 of the MUD Sound Protocol), without any input or output of its own.
 //
 // The server hands in bytes as they arrive, cut anywhere, and gets back whole lines and the bytes
 // to answer with. An option is answered only when its state changes, so no two ends can loop.
@@ -40,7 +40,10 @@ struct TelnetInput {
     std::string replies;
 };
 
-// The requests that open a connection: terminal type and window size.
+// Whether the client has agreed to be asked for sounds.
+bool TakesSounds(const Telnet& telnet);
+
+// The requests that open a connection: terminal type, window size and sounds.
 std::string Opening(Telnet& telnet);
 
 // Asks the other end to stop showing what is typed, or to show it again. Empty when that was asked

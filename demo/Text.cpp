@@ -54,21 +54,37 @@ std::string Lower(std::string_view text) {
     return lower;
 }
 
-std::string Message(std::string_view negotiation, std::string_view lines, std::string_view prompt) {
+std::string Capital(std::string_view text) {
+    std::string capital(text);
+    if (!capital.empty() && capital[0] >= 'a' && capital[0] <= 'z')
+        capital[0] = static_cast<char>(capital[0] - 'a' + 'A');
+    return capital;
+}
+
+std::string_view LastWord(std::string_view text) { return text.substr(text.rfind(' ') + 1); }
+
+bool IsEmpty(const Outgoing& outgoing) {
+    return outgoing.negotiation.empty() && outgoing.lines.empty() && outgoing.prompt.empty() &&
+           outgoing.probe.empty();
+}
+
+std::string Message(const Outgoing& outgoing) {
+    const bool hasText = !outgoing.lines.empty() || !outgoing.prompt.empty();
     std::string message;
-    const bool hasText = !lines.empty() || !prompt.empty();
-    if (hasText)
+    if (hasText && outgoing.afterPrompt)
         message += "\r\n";
-    message += negotiation;
-    message += lines;
-    if (!prompt.empty()) {
+    message += outgoing.negotiation;
+    message += outgoing.lines;
+    if (!outgoing.prompt.empty()) {
         message += PromptColour;
-        message += prompt;
+        message += outgoing.prompt;
     }
-    // Without a prompt this colour is what brings out the line break of the last line.
-    if (hasText)
+    // Without a prompt this colour, or the probe, is what brings out the last line's break.
+    if (!outgoing.probe.empty())
+        message += outgoing.probe;
+    else if (hasText)
         message += ProseColour;
-    if (!prompt.empty())
+    if (!outgoing.prompt.empty())
         message += kGoAhead;
     message += '\r';
     return message;

@@ -35,12 +35,29 @@ std::string Prose(std::string_view colour, std::string_view text, std::size_t wi
 // either end, at most MaxSpeech characters.
 std::string Clean(std::string_view typed);
 
+// For the front of a sentence: with a capital when it begins in a small letter.
+std::string Capital(std::string_view text);
+
+// The whole text when there is no blank in it.
+std::string_view LastWord(std::string_view text);
+
 // A to Z become a to z; every other byte stays.
 std::string Lower(std::string_view text);
 
-// Frames what one write carries. The client loses the last byte of every chunk it reads and holds
-// back line breaks that end one, so text begins with a line break and all ends with a CR to lose.
-// An empty prompt is left out together with its go-ahead.
-std::string Message(std::string_view negotiation, std::string_view lines, std::string_view prompt);
+// What one write carries.
+struct Outgoing {
+    std::string negotiation;
+    std::string lines;
+    std::string prompt;
+    bool afterPrompt = true; // the write before ended with a prompt, or there was none
+    std::string probe;       // a sequence that the client answers; nothing may stand behind it
+};
+
+bool IsEmpty(const Outgoing& outgoing);
+
+// Frames a write. The client loses the last byte of every chunk it reads and holds back line breaks
+// that end one, so text that follows a prompt begins with a line break, and all ends with a CR to
+// lose. An empty prompt is left out together with its go-ahead.
+std::string Message(const Outgoing& outgoing);
 
 } // namespace world

@@ -1,78 +1,34 @@
-// The place and who is in it: rooms, ways between them, creatures and players.
+// Who and what is in the town: players, creatures, and things that are not where they belong.
 //
 // No sockets here. What a player is to read collects in Player::lines until the server takes it
-// away once a turn of its event loop. Rooms.cpp holds the tables; Login, Commands and Life change
-// the state.
+// away once a turn of its event loop. Town holds what never changes; Login, Commands, Talk, Things
+// and Life change the state.
 #pragma once
 
+#include "Book.h"
+#include "Telnet.h"
 #include "Text.h"
+#include "Town.h"
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <map>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace world {
 
-enum class Direction : std::uint8_t {
-    North,
-    NorthEast,
-    East,
-    SouthEast,
-    South,
-    SouthWest,
-    West,
-    NorthWest,
-    Up,
-    Down,
-};
-
-struct DirectionRow {
-    Direction direction;
-    std::string_view word;
-    std::string_view letters;
-    Direction opposite;
-    std::string_view whence; // "Ada arrives from ..." of one who comes from there
-};
-
-struct Features {
-    bool sky = false; // it lies in the open, under the weather
-    bool bread = false;
-    bool bell = false;
-    bool piano = false;
-};
-
-struct Room {
-    std::string_view title;
-    std::string_view prose;
-    Features has = {};
-};
-
-// One way between two rooms. It is walked back by the opposite direction.
-struct Passage {
-    int from;
-    Direction way;
-    int to;
-};
-
-struct Kind {
-    std::string_view name;  // "the brown rat"
-    std::string_view sight; // the line seen in its room
-    int room;
-    int life;
-    int aim;  // blows out of a hundred that land
-    int bite; // the most that one takes
-};
-
 struct Creature {
     const Kind* kind;
     int life;          // 0 while it is away
     int beatsAway = 0; // until it is back
 };
+
+// How far the client is in being asked for its name.
+enum class ProbeState : std::uint8_t { None, Wanted, Sent };
 
 enum class Stage : std::uint8_t { Name, Password, Playing, Gone };
 
@@ -86,39 +42,51 @@ struct Player {
     int wrongTries = 0;
     int room = StartRoom;
     int life = MaxLife;
-    int loaves = 0;
     int kills = 0;
     int beatsSinceMeal = 0;
+    std::vector<int> carried; // numbers of Town::things, in the order they were taken
+    std::vector<int> worn;
     Creature* foe = nullptr; // one of World::creatures
-    std::string terminal;    // as the client names it
-    std::size_t width = ProseWidth;
+    Telnet telnet;
     std::string lines;       // what to read, not yet sent
     bool wantsPrompt = true; // even when there is nothing to read
+    ProbeState probe = ProbeState::None;
+    std::size_t flood = 0; // bytes of flood still to send
+};
+
+// A thing that somebody dropped.
+struct Dropped {
+    int thing;
+    int room;
+    int beats = 0; // it has been lying
 };
 
 struct World {
+    const Town* town = nullptr;
     std::map<int, Player> players; // everyone connected, by id, also those still at the gate
-    std::map<std::string, std::string> passwords; // by name, for this run only
-    std::vector<Creature> creatures;              // never grows or shrinks: players point into it
-    std::function<int(int)> roll;                 // a number from 0 up to below its argument
+    Book book;
+    bool isBookChanged = false;      // since it was written last
+    int hashRounds = HashRounds;     // for new names
+    std::vector<Creature> creatures; // never grows or shrinks: players point into it
+    std::vector<int> beatsAway;      // of each thing from its home; 0 for one that lies there
+    std::deque<Dropped> dropped;     // the oldest first
+    std::function<int(int)> roll;    // a number from 0 up to below its argument
     std::string soundRoot; // the address of every sound up to its name; empty while none is served
     int beatsSinceWeather = 0;
 };
 
-// The tables.
-std::span<const DirectionRow> Directions();
-std::span<const Room> Rooms();
-std::span<const Passage> Passages();
-std::span<const Kind> Kinds();
-
-// Fills a new world with its creatures. Players point into it, so it is filled where it stays.
-void Populate(World& world);
+// Fills a new world with the creatures and things of a town, which must outlive it. Players point
+// into it, so it is filled where it stays.
+void Populate(World& world, const Town& town);
 
 // The room that the number stands for.
-const Room& RoomAt(int room);
+const Room& RoomAt(const World& world, int room);
 
 // The room one comes to, or nothing when there is no way.
-std::optional<int> RoomTo(int room, Direction way);
+std::optional<int> RoomTo(const World& world, int room, Direction way);
+
+// How wide the player's window lets a line of prose be.
+std::size_t WidthOf(const Player& player);
 
 // Someone in the world by that name, or null.
 Player* FindPlaying(World& world, std::string_view name);
@@ -126,19 +94,28 @@ Player* FindPlaying(World& world, std::string_view name);
 // Adds a line to what the player will read.
 void Tell(Player& player, std::string_view colour, std::string_view text);
 
+// The same with as many lines as the player's window makes of the text.
+void TellProse(Player& player, std::string_view colour, std::string_view text);
+
 // Tells everyone who plays in the room but the one with the id.
 void TellRoom(World& world, int room, int exceptId, std::string_view colour, std::string_view text);
 
 // Tells the player what is to be seen in the room.
 void LookAround(World& world, Player& player);
 
-// Puts the player into the world at the start, and lets the others there know.
+// Puts the player into the world at the start, as the book remembers them, and lets the others
+// there know.
 void Enter(World& world, Player& player);
 
-// Takes the player out of the world; "Ada " and how is what the others in the room read.
+// Takes the player out of the world, into the book; "Ada " and how is what the others in the room
+// read.
 void Leave(World& world, Player& player, std::string_view how);
 
-// Walks one room on, out of a fight too. Says so when there is no way.
+// Writes into the book what is to be kept of one who plays.
+void Remember(World& world, const Player& player);
+
+// Walks one room on, out of a fight too. Says so when there is no way. A creature that attacks
+// begins at once with one who comes in.
 void Walk(World& world, Player& player, Direction way);
 
 // The question or the state of health that stands before what is typed; empty for one who is gone.

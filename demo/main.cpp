@@ -8,6 +8,7 @@
 #include <iostream>
 #include <optional>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <sys/signalfd.h>
 #include <unistd.h>
@@ -15,6 +16,7 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QSocketNotifier>
+#include <QStandardPaths>
 
 namespace {
 
@@ -53,6 +55,10 @@ std::function<int(int)> Dice() {
     };
 }
 
+QString PlayersFile() {
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/players.json";
+}
+
 std::optional<Options> ReadOptions(const QCoreApplication& app) {
     QCommandLineParser parser;
     parser.setApplicationDescription("A small game world on 127.0.0.1.");
@@ -64,6 +70,7 @@ std::optional<Options> ReadOptions(const QCoreApplication& app) {
         {"http-port", "Port to serve web pages on; 0 takes any free one up to 32767.", "number",
          "8080"},
         {"client-version", "Version of the client to publish.", "text", "1"},
+        {"players", "File that remembers the players.", "file", PlayersFile()},
     });
     parser.process(app);
     const auto port = NumberOf(parser, "port", 0, world::LastPort);
@@ -72,10 +79,10 @@ std::optional<Options> ReadOptions(const QCoreApplication& app) {
     const auto httpPort = NumberOf(parser, "http-port", 0, kLastTcpPort);
     if (!port || !hunger || !round || !httpPort)
         return std::nullopt;
-    return Options{
-        {*port, std::chrono::milliseconds(*round), std::chrono::seconds(*hunger), Dice()},
-        *httpPort,
-        parser.value("client-version").toStdString()};
+    return Options{{*port, std::chrono::milliseconds(*round), std::chrono::seconds(*hunger), Dice(),
+                    parser.value("players").toStdString()},
+                   *httpPort,
+                   parser.value("client-version").toStdString()};
 }
 
 // One write: a reader may take what it wants from the first line and close its end.
@@ -84,6 +91,28 @@ void Announce(int gamePort, std::optional<int> httpPort) {
     if (httpPort)
         lines += "Serving http://127.0.0.1:" + std::to_string(*httpPort) + "/\n";
     std::cout << lines << std::flush;
+}
+
+int Run(const Options& options, int stopSignals) {
+    world::Server server(options.game);
+    if (!server.Listen()) {
+        std::cerr << "Port " << options.game.port << " is taken\n";
+        return 1;
+    }
+    world::WebServer web(world::Site(server.Port(), options.clientVersion));
+    const bool hasPages = web.Listen(options.httpPort);
+    if (hasPages)
+        server.OfferSoundsAt(web.Port());
+    else
+        std::cerr << "Port " << options.httpPort
+                  << " is taken: the game goes on without its web pages\n";
+    QSocketNotifier stop(stopSignals, QSocketNotifier::Read);
+    QObject::connect(&stop, &QSocketNotifier::activated, &stop, [&server] {
+        server.Close();
+        QCoreApplication::quit();
+    });
+    Announce(server.Port(), hasPages ? std::optional(web.Port()) : std::nullopt);
+    return QCoreApplication::exec();
 }
 
 } // namespace
@@ -95,23 +124,10 @@ int main(int argc, char** argv) {
     const std::optional<Options> options = ReadOptions(app);
     if (!options)
         return 1;
-    world::Server server(options->game);
-    if (!server.Listen()) {
-        std::cerr << "Port " << options->game.port << " is taken\n";
+    try {
+        return Run(*options, stopSignals);
+    } catch (const std::runtime_error& error) {
+        std::cerr << options->game.book << " can't be read: " << error.what() << '\n';
         return 1;
     }
-    world::WebServer web(world::Site(server.Port(), options->clientVersion));
-    const bool hasPages = web.Listen(options->httpPort);
-    if (hasPages)
-        server.OfferSoundsAt(web.Port());
-    else
-        std::cerr << "Port " << options->httpPort
-                  << " is taken: the game goes on without its web pages\n";
-    QSocketNotifier stop(stopSignals, QSocketNotifier::Read);
-    QObject::connect(&stop, &QSocketNotifier::activated, &app, [&server] {
-        server.Close();
-        QCoreApplication::quit();
-    });
-    Announce(server.Port(), hasPages ? std::optional(web.Port()) : std::nullopt);
-    return QCoreApplication::exec();
 }

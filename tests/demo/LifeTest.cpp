@@ -1,5 +1,6 @@
 #include "Life.h"
 
+#include "Hamlet.h"
 #include "Scene.h"
 
 #include <gtest/gtest.h>
@@ -8,9 +9,9 @@
 namespace world {
 namespace {
 
-// Ada fights the first creature of the table; Bob stands by.
+// Ada fights the rat of the archive; Bob stands by.
 struct Fight : Scene {
-    Creature& rat = world.creatures[0];
+    Creature& rat = CreatureNamed("brown-rat");
     Player& ada = Join("Ada");
     Player& bob = Join("Bob");
 
@@ -42,7 +43,7 @@ class WorldTargets : public ::testing::TestWithParam<TargetCase> {};
 TEST_P(WorldTargets, BeginAFightOrNot) {
     Scene scene;
     Player& ada = scene.Join("Ada");
-    ada.room = Kinds()[0].room;
+    ada.room = scene.CreatureNamed("brown-rat").kind->room;
     scene.Type(ada, GetParam().line);
     EXPECT_EQ(ada.foe != nullptr, GetParam().begins);
     EXPECT_EQ(AnyoneFights(scene.world), GetParam().begins);
@@ -69,7 +70,7 @@ TEST(WorldFight, TheRoomSeesItBegin) {
     Scene scene;
     Player& ada = scene.Join("Ada");
     Player& bob = scene.Join("Bob");
-    ada.room = bob.room = Kinds()[0].room;
+    ada.room = bob.room = scene.CreatureNamed("brown-rat").kind->room;
     EXPECT_EQ(scene.Type(ada, "kill rat"), Line(NoticeColour, "You go for the brown rat!"));
     EXPECT_EQ(Scene::Read(bob), Line(PeopleColour, "Ada goes for the brown rat!"));
     EXPECT_TRUE(Contains(scene.Type(ada, "kill rat"), "fighting as hard as you can"));
@@ -153,7 +154,7 @@ TEST(WorldFight, OneWhoFaintsWakesAtTheStartWithHalfTheLife) {
     const std::string read = fight.NextRound();
     EXPECT_TRUE(Contains(read, "the world goes out like a candle"));
     EXPECT_TRUE(Contains(read, "You wake on grass."));
-    EXPECT_TRUE(Contains(read, Rooms()[StartRoom].title));
+    EXPECT_TRUE(Contains(read, RoomAt(fight.world, StartRoom).title));
     EXPECT_TRUE(EveryLineHasItsColour(read));
     EXPECT_TRUE(Contains(Scene::Read(fight.bob), "Ada faints!"));
     EXPECT_TRUE(Contains(Scene::Read(cy), "Ada is carried in"));
@@ -162,16 +163,227 @@ TEST(WorldFight, OneWhoFaintsWakesAtTheStartWithHalfTheLife) {
     EXPECT_FALSE(AnyoneFights(fight.world));
 }
 
-TEST(WorldFight, EveryCreatureCanBeBeaten) {
-    for (std::size_t i = 0; i < Kinds().size(); ++i) {
+TEST(WorldFight, EveryCreatureOfTheTownCanBeBeaten) {
+    for (const Kind& kind : Quillmere().kinds) {
         Scene scene;
         Player& ada = scene.Join("Ada");
-        ada.room = Kinds()[i].room;
+        ada.room = kind.room;
         scene.HardBlows();
-        scene.Type(ada, "kill rat");
-        for (int round = 0; round < 20 && ada.foe; ++round)
+        scene.Type(ada, "kill " + std::string(LastWord(kind.name)));
+        for (int round = 0; round < 20 && ada.foe; ++round) {
+            ada.life = MaxLife;
             Round(scene.world);
-        EXPECT_EQ(ada.kills, 1) << Kinds()[i].name;
+        }
+        EXPECT_EQ(ada.kills, 1) << kind.name;
+    }
+}
+
+// Ada and Bob in the hamlet, whose dog attacks and whose hen does not.
+struct Village : Scene {
+    Player& ada = Join("Ada");
+    Player& bob = Join("Bob");
+    Creature& hen = CreatureNamed("hen");
+    Creature& dog = CreatureNamed("dog");
+
+    Village() : Scene(Hamlet()) {}
+
+    // Everyone who strikes takes so much, or misses when it is nothing.
+    void Blows(int taken) {
+        world.roll = [taken](int sides) {
+            const int luck = taken > 0 ? 0 : 99;
+            return sides == 100 ? luck : taken - 1;
+        };
+    }
+};
+
+struct DeedCase {
+    const char* name;
+    int taken;
+    const char* line;
+};
+
+void PrintTo(const DeedCase& row, std::ostream* out) { *out << row.name; }
+
+class WorldDeeds : public ::testing::TestWithParam<DeedCase> {};
+
+TEST_P(WorldDeeds, OfACreatureHaveTheWordsOfItsKind) {
+    Village village;
+    village.ada.room = village.bob.room = village.RoomNamed("shed");
+    village.Blows(GetParam().taken);
+    village.ada.foe = &village.dog;
+    Round(village.world);
+    const std::string line = "The wild dog " + std::string(GetParam().line) + ' ';
+    EXPECT_TRUE(Scene::Read(village.ada).ends_with(Line(CreatureColour, line + "you.")));
+    EXPECT_TRUE(Scene::Read(village.bob).ends_with(Line(CreatureColour, line + "Ada.")));
+    EXPECT_EQ(village.ada.life, MaxLife - GetParam().taken);
+}
+
+const DeedCase kDeeds[] = {
+    {"OfSix", 6, "mauls"}, {"OfFour", 4, "mauls"},    {"OfThree", 3, "bites"},
+    {"OfTwo", 2, "bites"}, {"OfOne", 1, "scratches"}, {"ThatMiss", 0, "leaps past"},
+};
+
+INSTANTIATE_TEST_SUITE_P(All, WorldDeeds, ::testing::ValuesIn(kDeeds),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(WorldGuard, TakesItsShareOfEveryBite) {
+    Village village;
+    village.ada.room = village.RoomNamed("shed");
+    village.ada.worn = {village.ThingNamed("helm"), village.ThingNamed("apron")};
+    village.ada.foe = &village.dog;
+    village.Blows(6);
+    Round(village.world);
+    EXPECT_EQ(village.ada.life, MaxLife - 1);
+    EXPECT_TRUE(Contains(Scene::Read(village.ada), "The wild dog scratches you."));
+}
+
+TEST(WorldGuard, ThatIsMoreThanTheBiteLetsNothingThrough) {
+    Village village;
+    village.ada.room = village.RoomNamed("shed");
+    village.ada.worn = {village.ThingNamed("helm"), village.ThingNamed("apron")};
+    village.ada.life = WeakLife;
+    village.ada.foe = &village.dog;
+    village.Blows(2);
+    Round(village.world);
+    EXPECT_EQ(village.ada.life, WeakLife) << "it does not heal either";
+    const std::string read = Scene::Read(village.ada);
+    EXPECT_TRUE(Contains(read, "The wild dog leaps past you."));
+    EXPECT_FALSE(Contains(read, "You feel weak."));
+}
+
+TEST(WorldGuard, OfOneKeepsNobodyElseWhole) {
+    Village village;
+    village.ada.room = village.bob.room = village.RoomNamed("shed");
+    village.ada.worn = {village.ThingNamed("apron")};
+    village.ada.foe = village.bob.foe = &village.dog;
+    village.Blows(3);
+    Round(village.world);
+    EXPECT_EQ(village.ada.life, MaxLife);
+    EXPECT_EQ(village.bob.life, MaxLife - 3);
+}
+
+TEST(WorldMeeting, OneThatAttacksBeginsAtOnceWithWhoComesIn) {
+    Village village;
+    village.bob.room = village.RoomNamed("shed");
+    const std::string read = village.Type(village.ada, "north");
+    EXPECT_TRUE(
+        read.ends_with("Exits: south.\r\n" + Line(CreatureColour, "The wild dog attacks you!")))
+        << read;
+    EXPECT_TRUE(
+        Scene::Read(village.bob).ends_with(Line(CreatureColour, "The wild dog attacks Ada!")));
+    EXPECT_EQ(village.ada.foe, &village.dog);
+    EXPECT_EQ(village.bob.foe, nullptr);
+    EXPECT_TRUE(Contains(village.Type(village.ada, "kill dog"), "fighting as hard as you can"));
+}
+
+TEST(WorldMeeting, OneThatDoesNotAttackWaitsToBeAsked) {
+    Village village;
+    village.ada.room = village.RoomNamed("shed");
+    EXPECT_FALSE(Contains(village.Type(village.ada, "south"), "attacks"));
+    EXPECT_EQ(village.ada.foe, nullptr);
+}
+
+TEST(WorldMeeting, OneThatIsBeatenAttacksNobody) {
+    Village village;
+    village.dog.life = 0;
+    EXPECT_FALSE(Contains(village.Type(village.ada, "north"), "attacks"));
+    EXPECT_FALSE(AnyoneFights(village.world));
+}
+
+TEST(WorldMeeting, OneWhoFightsAlreadyIsLeftToIt) {
+    Village village;
+    village.ada.room = village.RoomNamed("shed");
+    village.ada.foe = &village.hen;
+    MeetCreatures(village.world, village.ada);
+    EXPECT_EQ(village.ada.foe, &village.hen);
+    EXPECT_EQ(Scene::Read(village.ada), "");
+}
+
+TEST(WorldMeeting, OneThatComesBackAttacksEveryoneThere) {
+    Village village;
+    Player& atTheGate = village.Connect();
+    village.ada.room = village.bob.room = atTheGate.room = village.RoomNamed("shed");
+    Player& far = village.Join("Far");
+    village.dog.life = 0;
+    village.dog.beatsAway = 1;
+    Beat(village.world);
+    EXPECT_EQ(Scene::Read(village.ada),
+              Line(CreatureColour, "The wild dog is back, and bears a grudge.") +
+                  Line(CreatureColour, "The wild dog attacks you!") +
+                  Line(CreatureColour, "The wild dog attacks Bob!"));
+    EXPECT_EQ(village.bob.foe, &village.dog);
+    EXPECT_EQ(atTheGate.foe, nullptr);
+    EXPECT_EQ(far.foe, nullptr);
+}
+
+struct WayCase {
+    const char* name;
+    int rolled;
+    const char* room;
+};
+
+void PrintTo(const WayCase& row, std::ostream* out) { *out << row.name; }
+
+class WorldFlights : public ::testing::TestWithParam<WayCase> {};
+
+// The green has its eight ways in the order of the directions, north first.
+TEST_P(WorldFlights, LeadByTheWayThatTheDiceChoose) {
+    Scene scene;
+    Player& ada = scene.Join("Ada");
+    ada.foe = &scene.CreatureNamed("brown-rat");
+    int sides = 0;
+    scene.world.roll = [&sides](int asked) {
+        sides = asked;
+        return GetParam().rolled;
+    };
+    const std::string read = scene.Type(ada, "flee");
+    EXPECT_EQ(sides, 8);
+    EXPECT_TRUE(read.starts_with(Line(ProseColour, "You turn your back on the fight and run.")));
+    EXPECT_EQ(ada.room, scene.RoomNamed(GetParam().room));
+    EXPECT_FALSE(AnyoneFights(scene.world));
+}
+
+const WayCase kWays[] = {
+    {"TheFirst", 0, "gate"},
+    {"TheSecond", 1, "rise"},
+    {"TheFifth", 4, "hall"},
+    {"TheLast", 7, "yard"},
+};
+
+INSTANTIATE_TEST_SUITE_P(All, WorldFlights, ::testing::ValuesIn(kWays),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(WorldFlight, WithoutAFightGoesNowhere) {
+    Scene scene;
+    Player& ada = scene.Join("Ada");
+    EXPECT_EQ(scene.Type(ada, "flee"), Line(ProseColour, "From what? Nothing here is after you."));
+    EXPECT_EQ(ada.room, StartRoom);
+}
+
+TEST(WorldFlight, FromADeadEndLeadsBackTheOnlyWay) {
+    Village village;
+    village.Type(village.ada, "north");
+    village.Luck(false);
+    village.Type(village.ada, "flee");
+    EXPECT_EQ(village.ada.room, village.RoomNamed("yard"));
+    EXPECT_EQ(village.ada.foe, nullptr);
+}
+
+TEST(WorldFlight, MayLeadToTheNextFight) {
+    Village village;
+    village.Type(village.ada, "kill hen");
+    EXPECT_TRUE(village.Type(village.ada, "flee").ends_with("The wild dog attacks you!\r\n"));
+    EXPECT_EQ(village.ada.foe, &village.dog);
+}
+
+TEST(WorldFlight, IsPossibleFromEveryRoomWithACreature) {
+    for (const Kind& kind : Quillmere().kinds) {
+        Scene scene;
+        Player& ada = scene.Join("Ada");
+        ada.room = kind.room;
+        scene.Type(ada, "kill " + std::string(LastWord(kind.name)));
+        scene.Type(ada, "flee");
+        EXPECT_NE(ada.room, kind.room) << kind.name;
     }
 }
 
@@ -211,7 +423,7 @@ TEST(WorldBeat, HungerComesLateAndThenFromTimeToTime) {
         pangs += read.empty() ? '-' : 'H';
     }
     EXPECT_EQ(pangs, "---H-H-H");
-    ada.loaves = 1;
+    ada.carried = {scene.ThingNamed("loaf")};
     scene.Type(ada, "eat bread");
     Beat(scene.world);
     EXPECT_EQ(Scene::Read(ada), "");
@@ -231,7 +443,7 @@ struct Sky : Scene {
     Player& ada = Join("Ada");
     Player& bob = Join("Bob");
 
-    Sky() { bob.room = Kinds()[0].room; }
+    Sky() { bob.room = RoomNamed("cellar"); }
 
     // What Ada reads of one beat.
     std::string NextBeat() {

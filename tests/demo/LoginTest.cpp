@@ -16,10 +16,13 @@ std::string NameOf(int number) {
 }
 
 TEST(WorldLogin, GreetsInColour) {
-    Player player;
-    Greet(player);
-    EXPECT_TRUE(Contains(player.lines, "Q U I L L M E R E"));
-    EXPECT_TRUE(EveryLineHasItsColour(player.lines));
+    Scene scene;
+    Player& player = scene.Connect();
+    Greet(scene.world, player);
+    std::string expected = Line(TitleColour, "Q U I L L M E R E");
+    for (const std::string& line : LinesOf(Quillmere(), "greeting"))
+        expected += Line(ProseColour, line);
+    EXPECT_EQ(player.lines, expected);
 }
 
 TEST(WorldLogin, ANewNameSetsItsPasswordAndEnters) {
@@ -29,10 +32,13 @@ TEST(WorldLogin, ANewNameSetsItsPasswordAndEnters) {
     EXPECT_EQ(player.stage, Stage::Password);
     const std::string welcome = scene.Type(player, "secret");
     EXPECT_TRUE(Contains(welcome, "Welcome to Quillmere, Ada."));
-    EXPECT_TRUE(Contains(welcome, Rooms()[StartRoom].title));
+    for (const std::string& line : LinesOf(Quillmere(), "welcome"))
+        EXPECT_TRUE(Contains(welcome, line)) << line;
+    EXPECT_TRUE(Contains(welcome, RoomAt(scene.world, StartRoom).title));
     EXPECT_TRUE(EveryLineHasItsColour(welcome));
     EXPECT_EQ(player.stage, Stage::Playing);
-    EXPECT_EQ(scene.world.passwords.at("Ada"), "secret");
+    EXPECT_TRUE(IsPassword(scene.world.book.at("Ada"), "secret"));
+    EXPECT_TRUE(scene.world.isBookChanged);
 }
 
 TEST(WorldLogin, AnEmptyLineOnlyAsksForTheNameAgain) {
@@ -81,7 +87,7 @@ INSTANTIATE_TEST_SUITE_P(All, WorldNames, ::testing::ValuesIn(kNames),
 
 TEST(WorldLogin, AKnownNameNeedsItsPassword) {
     Scene scene;
-    scene.world.passwords["Ada"] = "secret";
+    scene.world.book["Ada"] = NewAccount("secret", 1);
     Player& player = scene.Connect();
     EXPECT_TRUE(Contains(scene.Type(player, "Ada"), "The book knows you, Ada."));
     EXPECT_TRUE(Contains(scene.Type(player, "Secret"), "That is not the word."));
@@ -92,7 +98,7 @@ TEST(WorldLogin, AKnownNameNeedsItsPassword) {
 
 TEST(WorldLogin, ThreeWrongPasswordsCloseTheGate) {
     Scene scene;
-    scene.world.passwords["Ada"] = "secret";
+    scene.world.book["Ada"] = NewAccount("secret", 1);
     Player& player = scene.Connect();
     scene.Type(player, "ada");
     scene.Type(player, "one");
@@ -110,14 +116,15 @@ TEST(WorldLogin, AnEmptyPasswordNeitherCountsNorSets) {
     for (int i = 0; i < 5; ++i)
         scene.Type(player, "");
     EXPECT_EQ(player.stage, Stage::Password);
-    EXPECT_FALSE(scene.world.passwords.contains("Ada"));
+    EXPECT_FALSE(scene.world.book.contains("Ada"));
+    EXPECT_FALSE(scene.world.isBookChanged);
 }
 
 TEST(WorldLogin, AnOlderConnectionOfTheSamePlayerGivesWay) {
     Scene scene;
     Player& older = scene.Join("Ada");
     Player& bob = scene.Join("Bob");
-    scene.world.passwords["Ada"] = "secret";
+    scene.world.book["Ada"] = NewAccount("secret", 1);
     Player& newer = scene.Connect();
     scene.Type(newer, "ada");
     scene.Type(newer, "secret");
@@ -128,11 +135,74 @@ TEST(WorldLogin, AnOlderConnectionOfTheSamePlayerGivesWay) {
     EXPECT_TRUE(Contains(Scene::Read(bob), "Ada flickers and is gone."));
 }
 
-TEST(WorldLogin, TheBookHoldsTwoHundredNames) {
+TEST(WorldLogin, AKnownNameComesBackWithWhatItHad) {
     Scene scene;
-    for (int i = 0; i < 199; ++i)
-        scene.world.passwords[NameOf(i)] = "x";
-    ASSERT_EQ(scene.world.passwords.size(), 199U);
+    Player& first = scene.Connect();
+    scene.Type(first, "ada");
+    scene.Type(first, "secret");
+    first.life = 7;
+    first.carried = {scene.ThingNamed("apple")};
+    scene.Type(first, "quit");
+    Player& second = scene.Connect();
+    scene.Type(second, "ada");
+    EXPECT_EQ(second.life, MaxLife) << "a name without its password gets nothing";
+    scene.Type(second, "secret");
+    EXPECT_EQ(second.life, 7);
+    EXPECT_EQ(second.carried, first.carried);
+}
+
+TEST(WorldLogin, OneWhoTakesAPlaceOverHasWhatThatOneHad) {
+    Scene scene;
+    Player& older = scene.Connect();
+    scene.Type(older, "ada");
+    scene.Type(older, "secret");
+    older.kills = 3;
+    older.worn = {scene.ThingNamed("hat")};
+    Player& newer = scene.Connect();
+    scene.Type(newer, "ada");
+    scene.Type(newer, "secret");
+    EXPECT_EQ(newer.kills, 3);
+    EXPECT_EQ(newer.worn, older.worn);
+}
+
+TEST(WorldLogin, TwoWhoChooseTheSameNewNameAtOnceDoNotShareIt) {
+    Scene scene;
+    Player& quick = scene.Connect();
+    Player& slow = scene.Connect();
+    scene.Type(quick, "ada");
+    scene.Type(slow, "ada");
+    scene.Type(quick, "first");
+    EXPECT_TRUE(Contains(scene.Type(slow, "second"), "That is not the word."));
+    EXPECT_EQ(slow.stage, Stage::Password);
+    EXPECT_EQ(quick.stage, Stage::Playing);
+}
+
+TEST(WorldLogin, ThePasswordIsTakenAsItIsTyped) {
+    Scene scene;
+    Player& player = scene.Connect();
+    scene.Type(player, "ada");
+    scene.Type(player, " Se cret ");
+    const Account& account = scene.world.book.at("Ada");
+    EXPECT_TRUE(IsPassword(account, " Se cret "));
+    EXPECT_FALSE(IsPassword(account, "Se cret"));
+}
+
+TEST(WorldLogin, NewNamesAreHashedInTheRoundsOfTheWorld) {
+    Scene scene;
+    scene.world.hashRounds = 3;
+    Player& player = scene.Connect();
+    scene.Type(player, "ada");
+    scene.Type(player, "secret");
+    EXPECT_EQ(scene.world.book.at("Ada").rounds, 3);
+    EXPECT_EQ(World().hashRounds, HashRounds);
+}
+
+TEST(WorldLogin, TheBookHoldsAThousandNames) {
+    Scene scene;
+    const Account account = NewAccount("x", 1);
+    for (int i = 0; i < 999; ++i)
+        scene.world.book[NameOf(i)] = account;
+    ASSERT_EQ(scene.world.book.size(), 999U);
     Player& last = scene.Connect();
     Player& late = scene.Connect();
     scene.Type(last, "lastone");
@@ -142,7 +212,7 @@ TEST(WorldLogin, TheBookHoldsTwoHundredNames) {
     EXPECT_TRUE(Contains(scene.Type(late, "pw"), "The book at the gate is full."));
     EXPECT_EQ(late.stage, Stage::Name);
     EXPECT_TRUE(Contains(scene.Type(late, "another"), "The book at the gate is full."));
-    EXPECT_EQ(scene.world.passwords.size(), MaxNames);
+    EXPECT_EQ(scene.world.book.size(), MaxNames);
     scene.Type(late, NameOf(0));
     scene.Type(late, "x");
     EXPECT_EQ(late.stage, Stage::Playing) << "a name in the book still passes";

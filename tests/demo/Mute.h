@@ -1,4 +1,4 @@
-// A client for the tests that sends and does not read.
+// A client for the tests that sends and does not read, or only late.
 #pragma once
 
 #include <array>
@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <sys/socket.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 namespace world {
@@ -35,6 +36,22 @@ public:
 
     // Says that nothing more will be sent, and goes on receiving.
     void CloseItsHalf() const { ::shutdown(handle, SHUT_WR); }
+
+    // What has come after all, up to the words that end it. Gives up when five seconds pass without
+    // a byte.
+    std::string ReadLateUntil(std::string_view end) const {
+        const timeval patience = {5, 0};
+        ::setsockopt(handle, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+        std::string late;
+        std::array<char, 4096> piece{};
+        while (!late.ends_with(end)) {
+            const ssize_t count = ::recv(handle, piece.data(), piece.size(), 0);
+            if (count <= 0)
+                break;
+            late.append(piece.data(), static_cast<std::size_t>(count));
+        }
+        return late;
+    }
 
     // What has come after all, up to the end that the other side made. Waits for that end.
     std::string ReadLate() const {

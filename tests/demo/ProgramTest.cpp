@@ -1,29 +1,52 @@
 // The built program: its options, its first lines, and how it stops.
+#include "Book.h"
+#include "Folder.h"
+#include "Mute.h"
 #include "Ports.h"
 #include "Reply.h"
 #include "Scene.h"
+#include "Server.h"
 #include "Synthesis.h"
 #include "Visitor.h"
 
+#include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
+#include <memory>
+#include <sstream>
 #include <string>
 #include <sys/socket.h>
+#include <thread>
 #include <vector>
 
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QTcpServer>
 
 namespace world {
 namespace {
 
+QString Name(const std::string& path) { return QString::fromStdString(path); }
+
+enum class Players { InAFileOfTheirOwn, WhereTheProgramWants };
+
+// Whatever it is told, it keeps its players in a folder that goes with it.
 struct Program {
+    Folder home;
     QProcess process;
     std::string out;
     std::string log;
 
-    explicit Program(const QStringList& arguments) {
+    explicit Program(QStringList arguments, Players players = Players::InAFileOfTheirOwn) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("XDG_DATA_HOME", Name(home.Path("")));
+        process.setProcessEnvironment(environment);
+        if (players == Players::InAFileOfTheirOwn)
+            arguments = QStringList{"--players", Name(home.Path("players.json"))} + arguments;
         QObject::connect(&process, &QProcess::readyReadStandardOutput, &process,
                          [this] { out += process.readAllStandardOutput().toStdString(); });
         QObject::connect(&process, &QProcess::readyReadStandardError, &process,
@@ -44,6 +67,12 @@ struct Program {
 
     bool Ends() {
         return WaitFor([this] { return process.state() == QProcess::NotRunning; });
+    }
+
+    // Tells it to stop. True when it does so cleanly.
+    bool Stops() {
+        Signal(SIGTERM);
+        return Ends() && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
     }
 
     void Signal(int number) const { ::kill(static_cast<pid_t>(process.processId()), number); }
@@ -99,6 +128,14 @@ TEST(WorldProgram, PublishesAnyTextAsTheVersion) {
     }
 }
 
+TEST(WorldProgram, ServesTheManualThatItsHomePageLeadsTo) {
+    Program program(kAnyPorts);
+    ASSERT_TRUE(program.Listens());
+    ASSERT_TRUE(Contains(PageOf(program, "/"), "href=\"/manual/index.html\""));
+    EXPECT_TRUE(Contains(PageOf(program, "/manual/index.html"), "manual.css"));
+    EXPECT_TRUE(Contains(PageOf(program, "/manual/manual.css"), "{"));
+}
+
 struct Fetched {
     const char* path;
     const char* type;
@@ -152,6 +189,7 @@ TEST(WorldProgram, ServesEverySoundAtTheAddressItGivesToAPlayer) {
     ASSERT_TRUE(program.Listens());
     Visitor ada(program.Port());
     ASSERT_TRUE(ada.LogIn("Ada"));
+    ada.TakeSounds();
     ASSERT_TRUE(ada.Type("sounds", "\r\n!!SOUND(bell.wav )\r\n"));
     const std::vector<std::string> addresses = AddressesIn(ada.received);
     EXPECT_EQ(addresses.size(), 4U);
@@ -171,11 +209,10 @@ void ExpectGameAlone(Program& program, int takenPort) {
     EXPECT_TRUE(WaitFor([&] { return program.log == line; })) << program.log;
     Visitor ada(program.Port());
     EXPECT_TRUE(ada.LogIn("Ada"));
+    ada.TakeSounds();
     EXPECT_TRUE(ada.Type("sounds", "\r\n!!SOUND(bell.wav )\r\n"));
     EXPECT_EQ(AddressesIn(ada.received), std::vector<std::string>{});
-    program.Signal(SIGTERM);
-    ASSERT_TRUE(program.Ends());
-    EXPECT_EQ(program.process.exitCode(), 0);
+    EXPECT_TRUE(program.Stops());
 }
 
 TEST(WorldProgram, PlaysOnWithoutPagesWhenTheirPortIsTaken) {
@@ -241,11 +278,195 @@ TEST(WorldProgram, LogsALineForEachConnection) {
     EXPECT_TRUE(WaitFor([&] { return program.log == line; })) << program.log;
 }
 
+TEST(WorldProgram, LogsALineForOneThatItTurnsAway) {
+    Program program(kAnyPorts);
+    ASSERT_TRUE(program.Listens());
+    std::vector<std::unique_ptr<Visitor>> crowd;
+    for (std::size_t each = 0; each < MaxClients; ++each)
+        crowd.push_back(std::make_unique<Visitor>(program.Port()));
+    for (const auto& visitor : crowd)
+        ASSERT_TRUE(visitor->Sees("By what name")) << "all may come at once";
+    Visitor late(program.Port());
+    ASSERT_TRUE(late.Sees("The town is full."));
+    EXPECT_TRUE(late.IsClosed());
+    EXPECT_TRUE(WaitFor([&] { return Contains(program.log, "refused 127.0.0.1:"); }));
+    EXPECT_EQ(std::ranges::count(program.log, '\n'), static_cast<std::ptrdiff_t>(MaxClients) + 1);
+}
+
+TEST(WorldProgram, RemembersThePlayersInTheFileThatItIsTold) {
+    const Folder folder;
+    const QStringList arguments = kAnyPorts + QStringList{"--players", Name(folder.Path("a/b"))};
+    {
+        Program program(arguments);
+        ASSERT_TRUE(program.Listens());
+        Visitor ada(program.Port());
+        ASSERT_TRUE(ada.LogIn("Ada"));
+        ASSERT_TRUE(program.Stops());
+        EXPECT_EQ(program.home.Names(), std::vector<std::string>{});
+    }
+    EXPECT_EQ(folder.Mode("a/b"), 0600);
+    Program program(arguments);
+    ASSERT_TRUE(program.Listens());
+    Visitor ada(program.Port());
+    ASSERT_TRUE(ada.Sees("By what name"));
+    EXPECT_TRUE(ada.Type("ada", "The book knows you"));
+    EXPECT_TRUE(ada.Type("secret", "Welcome to Quillmere, Ada."));
+}
+
+TEST(WorldProgram, RemembersThePlayersInTheFolderOfTheUsersDataUnlessToldOtherwise) {
+    Program program(kAnyPorts, Players::WhereTheProgramWants);
+    ASSERT_TRUE(program.Listens());
+    Visitor ada(program.Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(program.Stops());
+    EXPECT_EQ(program.home.Mode("quillmere-world/players.json"), 0600);
+    EXPECT_TRUE(LoadBook(program.home.Path("quillmere-world/players.json")).contains("Ada"));
+}
+
+TEST(WorldProgram, EndsWithStatusOneAndAWordWhenThePlayersCannotBeRead) {
+    const Folder folder;
+    const std::string file = folder.Path("players.json");
+    for (const char* damage : {"", "Ada secret\n", "{\"players\": ["}) {
+        folder.Write("players.json", damage);
+        Program program(kAnyPorts + QStringList{"--players", Name(file)});
+        ASSERT_TRUE(program.Ends());
+        EXPECT_EQ(program.process.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(program.process.exitCode(), 1);
+        EXPECT_EQ(program.out, "");
+        EXPECT_EQ(program.log, file + " can't be read: it is no list of players\n");
+        EXPECT_EQ(folder.Read("players.json"), damage) << "it is left as it was";
+    }
+}
+
+TEST(WorldProgram, PlaysOnWithAWordWhenThePlayersCannotBeWritten) {
+    const Folder folder;
+    folder.Write("file", "x");
+    const std::string file = folder.Path("file/players.json");
+    Program program(kAnyPorts + QStringList{"--players", Name(file)});
+    ASSERT_TRUE(program.Listens());
+    Visitor ada(program.Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(program.Stops());
+    EXPECT_TRUE(program.log.ends_with("\nThe players can't be written to " + file + '\n'))
+        << program.log;
+    EXPECT_TRUE(ada.Sees("The world is rolled up for the night."));
+}
+
+// What the system says of the program, one number behind the words.
+long StatusOf(const Program& program, std::string_view words) {
+    std::ifstream file("/proc/" + std::to_string(program.process.processId()) + "/status");
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with(words))
+            return std::atol(line.c_str() + words.size());
+    }
+    ADD_FAILURE() << "the system does not tell of " << words;
+    return 0;
+}
+
+// How often the program was set going and how long it ran, in ticks of the system.
+struct Effort {
+    long turns;
+    long ticks;
+
+    bool operator==(const Effort&) const = default;
+};
+
+void PrintTo(const Effort& effort, std::ostream* out) {
+    *out << effort.turns << " turns, " << effort.ticks << " ticks";
+}
+
+Effort EffortOf(const Program& program) {
+    std::ifstream file("/proc/" + std::to_string(program.process.processId()) + "/stat");
+    const std::string stat(std::istreambuf_iterator<char>(file), {});
+    std::istringstream fields(stat.substr(stat.rfind(')') + 1));
+    std::string skipped;
+    for (int field = 3; field < 14; ++field)
+        fields >> skipped;
+    long user = -1;
+    long system = -1;
+    fields >> user >> system;
+    EXPECT_GE(system, 0) << stat;
+    return {StatusOf(program, "voluntary_ctxt_switches:") +
+                StatusOf(program, "nonvoluntary_ctxt_switches:"),
+            user + system};
+}
+
+// True when the program does nothing at all for half a second, now or after what it still has to
+// do.
+bool FallsAsleep(const Program& program) {
+    for (int tries = 0; tries < 10; ++tries) {
+        const Effort before = EffortOf(program);
+        std::this_thread::sleep_for(std::chrono::milliseconds(500));
+        if (EffortOf(program) == before)
+            return true;
+    }
+    return false;
+}
+
+// "Aa" to "Hz": a name for each number below 208.
+std::string NameOf(int number) {
+    return {static_cast<char>('A' + number / 26), static_cast<char>('a' + number % 26)};
+}
+
+TEST(WorldProgram, SleepsWhileTwoHundredPlayersAreIdle) {
+    const Folder folder;
+    Book book;
+    for (int each = 0; each < 200; ++each)
+        book[NameOf(each)] = NewAccount("secret", 1);
+    ASSERT_TRUE(SaveBook(folder.Path("players.json"), book));
+    Program program(kAnyPorts + QStringList{"--hunger", "3600", "--players",
+                                            Name(folder.Path("players.json"))});
+    ASSERT_TRUE(program.Listens());
+    std::vector<std::unique_ptr<Visitor>> crowd;
+    for (int each = 0; each < 200; ++each) {
+        crowd.push_back(std::make_unique<Visitor>(program.Port()));
+        ASSERT_TRUE(crowd.back()->LogIn(NameOf(each))) << each;
+    }
+    EXPECT_TRUE(FallsAsleep(program));
+    const Effort asleep = EffortOf(program);
+    EXPECT_TRUE(crowd[0]->Type("who", NameOf(199) + ", Goose Green"));
+    EXPECT_NE(EffortOf(program), asleep) << "what is measured shows what is done";
+}
+
+TEST(WorldProgram, NeitherGrowsNorWaitsWhenAFloodIsNotRead) {
+    Program program(kAnyPorts);
+    ASSERT_TRUE(program.Listens());
+    Visitor ada(program.Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    const Mute mute(program.Port());
+    ASSERT_TRUE(mute.Send("Mute\rsecret\r"));
+    ASSERT_TRUE(ada.Sees("Mute comes in off the road."));
+    const long before = StatusOf(program, "VmRSS:");
+    ASSERT_TRUE(mute.Send("flood 100000\r"));
+    for (int times = 0; times < 50; ++times)
+        ASSERT_TRUE(ada.Type("score", "You are well fed."));
+    EXPECT_TRUE(FallsAsleep(program)) << "nothing is done until something is read";
+    EXPECT_LT(StatusOf(program, "VmRSS:") - before, 10 * 1024) << "kilobytes of a hundred thousand";
+    EXPECT_TRUE(ada.Type("who", "Mute, Goose Green"));
+    EXPECT_TRUE(program.Stops()) << "what is unsent keeps nobody";
+}
+
+TEST(WorldProgram, SendsAFloodWholeToOneWhoReadsItLate) {
+    Program program(kAnyPorts);
+    ASSERT_TRUE(program.Listens());
+    Visitor ada(program.Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    const Mute mute(program.Port());
+    ASSERT_TRUE(mute.Send("Mute\rsecret\rflood 3000\r"));
+    ASSERT_TRUE(ada.Sees("Mute comes in off the road."));
+    ASSERT_TRUE(ada.Type("say hello", "You say: hello"));
+    const std::string late = mute.ReadLateUntil("[20/20] > \x1b[0;37m\xff\xf9\r");
+    EXPECT_GT(late.size(), 3000U * 1024);
+    EXPECT_TRUE(Contains(late, "The flood is over.\r\n"));
+    EXPECT_TRUE(Contains(late, "Ada says: hello\r\n"));
+}
+
 TEST(WorldProgram, ExplainsItsOptions) {
     Program program({"--help"});
     ASSERT_TRUE(program.Ends());
     EXPECT_EQ(program.process.exitCode(), 0);
-    for (const char* option : {"--port", "--hunger", "--round", "--http-port", "--client-version"})
+    for (const char* option :
+         {"--port", "--hunger", "--round", "--http-port", "--client-version", "--players"})
         EXPECT_TRUE(Contains(program.out, option)) << option;
 }
 
@@ -289,6 +510,7 @@ const BadOption kBadOptions[] = {
     {"AnEmptyPortOfPages", {"--port", "0", "--http-port", ""}},
     {"APortOfPagesWithoutNumber", {"--port", "0", "--http-port"}},
     {"AVersionWithoutText", {"--port", "0", "--client-version"}},
+    {"PlayersWithoutAFile", {"--port", "0", "--players"}},
     {"AnUnknownOption", {"--colour"}},
 };
 

@@ -5,6 +5,8 @@
 #include "Life.h"
 #include "World.h"
 
+#include <algorithm>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -12,11 +14,22 @@
 
 namespace world {
 
+inline constexpr std::uint8_t SoundOption = 90;
+
+// The place of a record in its list; throws when there is none by that name.
+template <class Record> int NumberOf(const std::vector<Record>& records, std::string_view id) {
+    const auto found = std::ranges::find(records, id, &Record::id);
+    if (found == records.end())
+        throw std::out_of_range("nothing is named " + std::string(id));
+    return static_cast<int>(found - records.begin());
+}
+
 struct Scene {
     World world;
 
-    Scene() {
-        Populate(world);
+    explicit Scene(const Town& town = Quillmere()) {
+        Populate(world, town);
+        world.hashRounds = 1;
         Luck(true);
     }
 
@@ -30,6 +43,12 @@ struct Scene {
         world.roll = [](int sides) { return sides == 100 ? 0 : sides - 1; };
     }
 
+    int RoomNamed(std::string_view id) const { return NumberOf(world.town->rooms, id); }
+    int ThingNamed(std::string_view id) const { return NumberOf(world.town->things, id); }
+    Creature& CreatureNamed(std::string_view id) {
+        return world.creatures[static_cast<std::size_t>(NumberOf(world.town->kinds, id))];
+    }
+
     Player& Connect() {
         const int id = static_cast<int>(world.players.size()) + 1;
         Player& player = world.players[id];
@@ -37,10 +56,12 @@ struct Scene {
         return player;
     }
 
+    // One who plays, with a client that takes sounds.
     Player& Join(std::string_view name) {
         Player& player = Connect();
         player.name = name;
         player.stage = Stage::Playing;
+        player.telnet.ours[SoundOption] = OptionState::On;
         return player;
     }
 

@@ -1,12 +1,15 @@
 #include "Server.h"
 
+#include "Folder.h"
 #include "Mute.h"
 #include "Ports.h"
 #include "Scene.h"
+#include "Shows.h"
 #include "Visitor.h"
 
 #include <gtest/gtest.h>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -15,12 +18,12 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr std::string_view kOpening = "\r\n\xff\xfd\x18\xff\xfd\x1f"
+constexpr std::string_view kOpening = "\r\n\xff\xfd\x18\xff\xfd\x1f\xff\xfb\x5a"
                                       "\x1b[0;1;33mQ U I L L M E R E\r\n";
 
 Settings QuickSettings() {
     const auto everyBlowLands = [](int) { return 0; };
-    return {0, std::chrono::milliseconds(10), std::chrono::hours(1), everyBlowLands};
+    return {0, std::chrono::milliseconds(10), std::chrono::hours(1), everyBlowLands, {}};
 }
 
 class WorldServer : public ::testing::Test {
@@ -43,7 +46,7 @@ bool IsFramed(std::string_view chunk) {
 }
 
 // The lines of a chunk, without the break it begins with and what follows the last line end.
-std::string LinesOf(std::string_view chunk) {
+std::string TextIn(std::string_view chunk) {
     const std::size_t begin = chunk.find("\x1b[");
     const std::size_t end = chunk.rfind("\r\n");
     if (begin == std::string_view::npos || end < begin)
@@ -89,7 +92,7 @@ TEST_F(WorldServer, AClientThatRefusesEchoIsNotAskedAgain) {
     EXPECT_FALSE(Contains(ada.received, "\xff\xfb\x01"));
 }
 
-TEST_F(WorldServer, RemembersAPasswordUntilTheRunEnds) {
+TEST_F(WorldServer, RemembersAPassword) {
     Visitor first(Port());
     ASSERT_TRUE(first.LogIn("Ada"));
     ASSERT_TRUE(first.Type("quit", "Good-bye"));
@@ -149,7 +152,7 @@ TEST_F(WorldServer, AsksForTheTerminalAndTakesTheClientsShortAnswer) {
     ASSERT_TRUE(ada.Sees("\xff\xf0\r"));
     EXPECT_EQ(ada.received, "\xff\xfa\x18\x01\xff\xf0\r");
     ada.Send("\xff\xfa\0DEC-VT100\xff\xf0"s);
-    ASSERT_TRUE(ada.Type("score", "a window of type DEC-VT100."));
+    ASSERT_TRUE(ada.Type("options", "Your terminal is a DEC-VT100."));
 }
 
 TEST_F(WorldServer, WrapsProseToTheWindow) {
@@ -157,7 +160,7 @@ TEST_F(WorldServer, WrapsProseToTheWindow) {
     ASSERT_TRUE(ada.LogIn("Ada"));
     ada.Send("\xff\xfb\x1f\xff\xfa\x1f\0\x2d\0\x18\xff\xf0"s);
     ASSERT_TRUE(ada.Type("look", "Exits:"));
-    EXPECT_TRUE(Contains(ada.received, Prose(ProseColour, Rooms()[StartRoom].prose, 45)));
+    EXPECT_TRUE(Contains(ada.received, Prose(ProseColour, Quillmere().rooms[StartRoom].prose, 45)));
 }
 
 TEST_F(WorldServer, TwoPlayersSeeEachOther) {
@@ -184,8 +187,10 @@ TEST_F(WorldServer, EveryWriteIsFramedAndEveryLineHasItsColour) {
     Visitor bob(Port());
     ASSERT_TRUE(ada.LogIn("Ada"));
     ASSERT_TRUE(bob.LogIn("Bob"));
+    ada.TakeSounds();
     for (const char* line :
-         {"look", "who", "help", "score", "dance", "say hello", "get bread", "sounds", ""})
+         {"look", "who", "help", "help menus", "map", "score", "dance", "say hello", "tell bob hi",
+          "emote hops", "get bread", "inventory", "colours", "options", "sounds", "hush", ""})
         ASSERT_TRUE(ada.Type(line, "\xff\xf9\r")) << line;
     ada.Send("\xff\xfb\x18\xff\xfd\x03\xff\xfb\x05");
     ASSERT_TRUE(ada.Type("s", "Scribes' Hall"));
@@ -197,7 +202,7 @@ TEST_F(WorldServer, EveryWriteIsFramedAndEveryLineHasItsColour) {
     for (const Visitor* visitor : {&ada, &bob}) {
         for (const std::string& chunk : visitor->chunks) {
             EXPECT_TRUE(IsFramed(chunk)) << ::testing::PrintToString(chunk);
-            EXPECT_TRUE(EveryLineHasItsColour(LinesOf(chunk))) << ::testing::PrintToString(chunk);
+            EXPECT_TRUE(EveryLineHasItsColour(TextIn(chunk))) << ::testing::PrintToString(chunk);
         }
     }
 }
@@ -219,6 +224,7 @@ TEST_F(WorldServer, AsksForSoundsOnLinesOfTheirOwnBeforeThePrompt) {
     server->OfferSoundsAt(8081);
     Visitor ada(Port());
     ASSERT_TRUE(ada.LogIn("Ada"));
+    ada.TakeSounds();
     ASSERT_TRUE(ada.Type("e", "Paper Market"));
     ASSERT_TRUE(ada.Type("se", "Ferry Stage"));
     ASSERT_TRUE(ada.Type("ring", "\xff\xf9\r"));
@@ -231,14 +237,31 @@ TEST_F(WorldServer, AsksForSoundsOnLinesOfTheirOwnBeforeThePrompt) {
 TEST_F(WorldServer, AsksForSoundsWithoutAnAddressWhileNoneAreServed) {
     Visitor ada(Port());
     ASSERT_TRUE(ada.LogIn("Ada"));
+    ada.TakeSounds();
     ASSERT_TRUE(ada.Type("sounds", "\r\n!!SOUND(bell.wav )\r\n"));
     EXPECT_TRUE(Contains(ada.received, "\r\n!!MUSIC(tune.mid V=70 P=50 )\r\n"));
     EXPECT_EQ(AddressesIn(ada.received), std::vector<std::string>{});
 }
 
+TEST_F(WorldServer, AsksForNoSoundsBeforeAClientAgreesAndNoneAfterItTakesThatBack) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(ada.Type("e", "Paper Market"));
+    ASSERT_TRUE(ada.Type("se", "Ferry Stage"));
+    ASSERT_TRUE(ada.Type("ring", "\xff\xf9\r"));
+    EXPECT_FALSE(Contains(ada.received, "!!"));
+    ada.TakeSounds();
+    ASSERT_TRUE(ada.Type("ring", "\xff\xf9\r"));
+    EXPECT_TRUE(Contains(ada.received, "!!SOUND(bell.wav"));
+    ada.Send("\xff\xfe\x5a");
+    ASSERT_TRUE(ada.Type("ring", "\xff\xf9\r"));
+    EXPECT_FALSE(Contains(ada.received, "!!"));
+}
+
 TEST_F(WorldServer, LeavesOutTheWaveThatATuneInTheSameWriteWouldTurnIntoMusic) {
     Visitor ada(Port());
     ASSERT_TRUE(ada.LogIn("Ada"));
+    ada.TakeSounds();
     ASSERT_TRUE(ada.Type("e", "Paper Market"));
     ASSERT_TRUE(ada.Type("se", "Ferry Stage"));
     ada.chunks.clear();
@@ -254,6 +277,7 @@ TEST_F(WorldServer, LeavesOutTheWaveThatAnothersSpeechWouldTurnIntoMusic) {
     Visitor bob(Port());
     for (Visitor* visitor : {&ada, &bob}) {
         ASSERT_TRUE(visitor->LogIn(visitor == &ada ? "Ada" : "Bob"));
+        visitor->TakeSounds();
         ASSERT_TRUE(visitor->Type("e", "Paper Market"));
         ASSERT_TRUE(visitor->Type("se", "Ferry Stage"));
     }
@@ -308,7 +332,8 @@ TEST_F(WorldServer, OneTurnCarriesOutEightLinesOfAPlayer) {
     }
 }
 
-TEST_F(WorldServer, TakesSixtyFourClientsAndTurnsTheNextOneAway) {
+TEST_F(WorldServer, TakesThreeHundredClientsAndTurnsTheNextOneAway) {
+    ASSERT_EQ(MaxClients, 300U);
     std::vector<std::unique_ptr<Visitor>> crowd;
     for (std::size_t i = 0; i < MaxClients; ++i) {
         crowd.push_back(std::make_unique<Visitor>(Port()));
@@ -462,6 +487,171 @@ TEST_F(WorldServer, ClosingSaysGoodByeToEveryoneAtOnce) {
     EXPECT_TRUE(atTheGate.IsClosed());
     EXPECT_TRUE(Contains(ada.received, "The world is rolled up for the night."));
     EXPECT_TRUE(Contains(atTheGate.received, "The world is rolled up for the night."));
+}
+
+constexpr std::string_view kPrompt = "\x1b[0;32m[20/20] > \x1b[0;37m\xff\xf9\r";
+
+TEST_F(WorldServer, ProbesWithASequenceThatNothingFollows) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(ada.Type("probe", "\x1b[2K\r"));
+    EXPECT_EQ(ada.received,
+              "\r\n\x1b[0;1;37mThe porter asks your client for its name.\r\n\x1b[2K\r");
+    ASSERT_TRUE(ada.Type("SMWCLIENT", kPrompt));
+    EXPECT_EQ(ada.received, "\x1b[0;1;37mIt answers: SMWCLIENT. It shows colours, then.\r\n" +
+                                std::string(kPrompt));
+    ASSERT_TRUE(ada.Type("SMWCLIENT", "The geese look blank."));
+}
+
+TEST_F(WorldServer, AClientThatDoesNotAnswerAProbePlaysOn) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(ada.Type("probe", "\x1b[2K\r"));
+    ASSERT_TRUE(ada.Type("look", kPrompt));
+    ASSERT_TRUE(ada.Type("probe", "\x1b[2K\r")) << "it can be asked again";
+}
+
+TEST_F(WorldServer, AProbeWaitsUntilAFloodIsOver) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(ada.Type("flood 100\rprobe", "\x1b[2K\r"));
+    EXPECT_TRUE(ada.received.ends_with("The flood is over.\r\n\x1b[2K\r"))
+        << "nothing may follow it";
+    EXPECT_EQ(ada.received.find("\x1b[2K"), ada.received.rfind("\x1b[2K"));
+}
+
+// The lines of a flood that came, without the frames of the writes they came in.
+std::string WithoutFrames(std::string text) {
+    const std::string frame = "\x1b[0;37m\r\x1b";
+    for (std::size_t at = 0; (at = text.find(frame, at)) != std::string::npos;)
+        text.erase(at, frame.size() - 1);
+    return text;
+}
+
+bool HasPrompt(const Visitor& visitor) {
+    return WaitFor([&] { return visitor.received.ends_with(kPrompt); });
+}
+
+TEST_F(WorldServer, SendsAFloodWholeWithoutAPromptBeforeItsEnd) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ada.Forget();
+    ada.Send("flood 500\r");
+    ASSERT_TRUE(HasPrompt(ada));
+    const std::string end = "\x1b[0;1;37mThe flood is over.\r\n" + std::string(kPrompt);
+    ASSERT_TRUE(ada.received.ends_with(end));
+    EXPECT_EQ(ada.received.find("[20/20]"), ada.received.rfind("[20/20]"));
+    std::string flood = WithoutFrames(ada.received);
+    flood.erase(flood.size() - end.size());
+    ASSERT_TRUE(flood.starts_with("\r\n"));
+    flood.erase(0, 2);
+    EXPECT_TRUE(EveryLineHasItsColour(flood));
+    EXPECT_GE(flood.size(), 500U * 1024);
+    EXPECT_LT(flood.size(), 500U * 1024 + 200);
+}
+
+TEST_F(WorldServer, AnotherPlaysAndIsHeardWhileAFloodRuns) {
+    Visitor ada(Port());
+    Visitor bob(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(bob.LogIn("Bob"));
+    ASSERT_TRUE(HasPrompt(ada));
+    ada.Forget();
+    ada.Send("flood 4000\r");
+    for (int times = 0; times < 5; ++times) {
+        ASSERT_TRUE(bob.Type("say hello", "You say: hello"));
+        EXPECT_FALSE(Contains(bob.received, "ferryman"));
+    }
+    EXPECT_FALSE(Contains(ada.received, "The flood is over.")) << "it was over too soon to tell";
+    ASSERT_TRUE(HasPrompt(ada));
+    EXPECT_GT(ada.received.size(), 4000U * 1024);
+    EXPECT_TRUE(Contains(ada.received, "\x1b[0;1;36mBob says: hello\r\n"));
+}
+
+TEST_F(WorldServer, OneWhoTypesDuringAFloodIsAnsweredWithinIt) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ada.Forget();
+    ada.Send("flood 300\rsay hello\r\r");
+    ASSERT_TRUE(HasPrompt(ada));
+    EXPECT_LT(ada.received.find("You say: hello"), ada.received.find("The flood is over."));
+    EXPECT_EQ(ada.received.find("[20/20]"), ada.received.rfind("[20/20]"));
+}
+
+TEST_F(WorldServer, QuittingEndsAFlood) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ada.Send("flood 100000\rquit\r");
+    ASSERT_TRUE(ada.IsClosed());
+    EXPECT_TRUE(Contains(ada.received, "Good-bye, Ada."));
+    EXPECT_LT(ada.received.size(), 1000U * 1024);
+}
+
+class WorldServerBook : public WorldServer {
+protected:
+    void SetUp() override { Restart(); }
+
+    void Restart() {
+        Settings settings = QuickSettings();
+        settings.book = folder.Path("players.json");
+        Start(settings);
+    }
+
+    Folder folder;
+};
+
+TEST_F(WorldServerBook, BringsAPlayerBackAsTheyLeft) {
+    Visitor first(Port());
+    ASSERT_TRUE(first.LogIn("Ada"));
+    ASSERT_TRUE(first.Type("w", "Bakehouse"));
+    ASSERT_TRUE(first.Type("get bread", "You take a warm loaf"));
+    ASSERT_TRUE(first.Type("quit", "Good-bye"));
+    server->Close();
+    Restart();
+    Visitor second(Port());
+    ASSERT_TRUE(second.Sees("By what name"));
+    ASSERT_TRUE(second.Type("ada", "The book knows you"));
+    ASSERT_TRUE(second.Type("wrong", "That is not the word."));
+    ASSERT_TRUE(second.Type("secret", "Goose Green"));
+    ASSERT_TRUE(second.Type("inventory", "a warm loaf of bread"));
+}
+
+TEST_F(WorldServerBook, KeepsWhatThoseHaveWhoPlayWhileItCloses) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(ada.Type("w", "Bakehouse"));
+    ASSERT_TRUE(ada.Type("get bread", "You take a warm loaf"));
+    server->Close();
+    EXPECT_EQ(LoadBook(folder.Path("players.json")).at("Ada").carried,
+              std::vector<std::string>{"loaf"});
+    EXPECT_EQ(folder.Mode("players.json"), 0600);
+}
+
+TEST_F(WorldServerBook, IsWrittenASecondAfterANewName) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    EXPECT_EQ(folder.Names(), std::vector<std::string>{}) << "what changes at once shares a write";
+    ASSERT_TRUE(WaitFor([this] { return !folder.Names().empty(); }));
+    const Book book = LoadBook(folder.Path("players.json"));
+    ASSERT_TRUE(book.contains("Ada"));
+    EXPECT_TRUE(IsPassword(book.at("Ada"), "secret"));
+    EXPECT_EQ(folder.Mode("players.json"), 0600);
+}
+
+TEST_F(WorldServerBook, IsNotWrittenForThoseWhoOnlyLookIn) {
+    Visitor player(Port());
+    ASSERT_TRUE(player.Sees("By what name"));
+    ASSERT_TRUE(player.Type("ada", "Password: "));
+    server->Close();
+    EXPECT_EQ(folder.Names(), std::vector<std::string>{});
+}
+
+TEST_F(WorldServerBook, ThatIsDamagedIsRefusedAndLeftAsItWas) {
+    folder.Write("players.json", "{\"players\": [");
+    Settings settings = QuickSettings();
+    settings.book = folder.Path("players.json");
+    EXPECT_THROW(Server{settings}, std::runtime_error);
+    EXPECT_EQ(folder.Read("players.json"), "{\"players\": [");
 }
 
 } // namespace

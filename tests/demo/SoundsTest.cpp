@@ -78,6 +78,43 @@ TEST(Sounds, ComeAfterTheLineThatTellsOfThem) {
               "!!SOUND(bell.wav V=50 U=http://127.0.0.1:8080/sounds/bell.wav )\r\n");
 }
 
+TEST(Sounds, AreNotAskedForOfAClientThatHasNotAgreed) {
+    for (const OptionState state : {OptionState::Off, OptionState::Asked, OptionState::Refused}) {
+        Scene scene;
+        Player& ada = scene.Join("Ada");
+        ada.telnet.ours[SoundOption] = state;
+        TellWithSound(scene.world, ada, NoticeColour, "Ding.", {Sound::Bell, 50});
+        EXPECT_EQ(Scene::Read(ada), Line(NoticeColour, "Ding."));
+    }
+}
+
+TEST(Sounds, AreNotShownToAClientThatHasNotAgreedAndItIsSaidWhy) {
+    Scene scene;
+    Player& ada = scene.Join("Ada");
+    ada.telnet = {};
+    ShowSounds(scene.world, ada);
+    EXPECT_EQ(
+        Scene::Read(ada),
+        Line(NoticeColour, "Some lines here are not for the eye: they name a sound to play.") +
+            Line(ProseColour, "Your client has not agreed to that, so there are none for you."));
+}
+
+TEST(Sounds, AreStoppedByTheWordsThatDoSoBehindTheText) {
+    Scene scene;
+    Player& ada = scene.Join("Ada");
+    Hush(ada);
+    EXPECT_EQ(Scene::Read(ada), "\x1b[0;1;37mYou ask for silence, and get it."
+                                "!!SOUND(Off)!!MUSIC(Off)\r\n");
+}
+
+TEST(Sounds, AreNotStoppedForAClientThatWouldShowTheWords) {
+    Scene scene;
+    Player& ada = scene.Join("Ada");
+    ada.telnet = {};
+    Hush(ada);
+    EXPECT_EQ(Scene::Read(ada), Line(NoticeColour, "You ask for silence, and get it."));
+}
+
 std::string ShownSounds(std::string_view root) {
     Scene scene;
     scene.world.soundRoot = root;

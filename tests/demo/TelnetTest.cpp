@@ -16,6 +16,7 @@ struct Outcome {
     std::string replies;
     std::string terminal;
     int columns = 0;
+    bool takesSounds = false;
 
     bool operator==(const Outcome&) const = default;
 };
@@ -23,7 +24,7 @@ struct Outcome {
 void PrintTo(const Outcome& outcome, std::ostream* out) {
     *out << "lines " << ::testing::PrintToString(outcome.lines) << " replies "
          << ::testing::PrintToString(outcome.replies) << " terminal " << outcome.terminal
-         << " columns " << outcome.columns;
+         << " columns " << outcome.columns << " sounds " << outcome.takesSounds;
 }
 
 Outcome DecodeInPieces(const Lines& pieces) {
@@ -37,6 +38,7 @@ Outcome DecodeInPieces(const Lines& pieces) {
     }
     outcome.terminal = telnet.terminal;
     outcome.columns = telnet.columns;
+    outcome.takesSounds = TakesSounds(telnet);
     return outcome;
 }
 
@@ -100,6 +102,12 @@ const Case kCases[] = {
     {"AnUnknownWillIsRefusedOnce", "\xff\xfb\x03\xff\xfb\x03", {{}, "\xff\xfe\x03", "", 0}},
     {"ADontOfWhatIsOffIsSilent", "\xff\xfe\x03", {}},
     {"AWontOfWhatIsOffIsSilent", "\xff\xfc\x03", {}},
+    {"SoundsThatAreAgreedToNeedNoWord", "\xff\xfd\x5a", {{}, "", "", 0, true}},
+    {"SoundsThatAreAgreedToTwice", "\xff\xfd\x5a\xff\xfd\x5a", {{}, "", "", 0, true}},
+    {"SoundsThatAreRefused", "\xff\xfe\x5a", {}},
+    {"SoundsThatAreTakenBack", "\xff\xfd\x5a\xff\xfe\x5a", {{}, "\xff\xfc\x5a", "", 0}},
+    {"SoundsThatTheOtherEndWouldAskForAreRefused", "\xff\xfb\x5a", {{}, "\xff\xfe\x5a", "", 0}},
+    {"AnAnswerToAnotherOptionAgreesToNoSounds", "\xff\xfd\x59", {{}, "\xff\xfc\x59", "", 0}},
     {"OptionNumber255", "\xff\xfd\xff", {{}, "\xff\xfc\xff", "", 0}},
 };
 
@@ -126,9 +134,16 @@ TEST_P(WorldTelnetCases, DecodesTheSameByteByByte) {
 INSTANTIATE_TEST_SUITE_P(All, WorldTelnetCases, ::testing::ValuesIn(kCases),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(WorldTelnet, OpensWithTerminalTypeAndWindowSize) {
+TEST(WorldTelnet, OpensWithTerminalTypeWindowSizeAndSounds) {
     Telnet telnet;
-    EXPECT_EQ(Opening(telnet), "\xff\xfd\x18\xff\xfd\x1f");
+    EXPECT_EQ(Opening(telnet), "\xff\xfd\x18\xff\xfd\x1f\xff\xfb\x5a");
+    EXPECT_FALSE(TakesSounds(telnet)) << "asked is not agreed";
+}
+
+TEST(WorldTelnet, TakesNoSoundsFromAnEndThatWasNeverAsked) {
+    Telnet telnet;
+    EXPECT_EQ(Decode(telnet, "\xff\xfd\x5a").replies, "\xff\xfc\x5a");
+    EXPECT_FALSE(TakesSounds(telnet));
 }
 
 TEST(WorldTelnet, AnswersDoEchoWithWontWhenItIsUnknown) {

@@ -47,27 +47,79 @@ TEST(WorldText, CleanKeepsTwoHundredCharacters) {
 
 TEST(WorldText, LowerLeavesOtherBytesAlone) { EXPECT_EQ(Lower("AZaz[@`{\xc4"), "azaz[@`{\xc4"); }
 
+TEST(WorldText, ACapitalIsMadeOfASmallLetterAtTheFrontAlone) {
+    EXPECT_EQ(Capital("the brown rat"), "The brown rat");
+    EXPECT_EQ(Capital("z"), "Z");
+    for (const char* text : {"", "The rat", "1 rat", " rat", "`rat", "{rat", "\xe4rat"})
+        EXPECT_EQ(Capital(text), text);
+}
+
+TEST(WorldText, TheLastWordStandsBehindTheLastBlank) {
+    EXPECT_EQ(LastWord("the brown rat"), "rat");
+    EXPECT_EQ(LastWord("rat"), "rat");
+    EXPECT_EQ(LastWord("rat "), "");
+    EXPECT_EQ(LastWord(""), "");
+}
+
 TEST(WorldText, AMessageBeginsWithALineBreakAndEndsWithAByteToLose) {
-    EXPECT_EQ(Message("", "\x1b[0;37mHello\r\n", "> "),
+    EXPECT_EQ(Message({"", "\x1b[0;37mHello\r\n", "> ", true, ""}),
               "\r\n\x1b[0;37mHello\r\n\x1b[0;32m> \x1b[0;37m\xff\xf9\r");
 }
 
 TEST(WorldText, AMessageOfAPromptAloneIsFramedAlike) {
-    EXPECT_EQ(Message("", "", "> "), "\r\n\x1b[0;32m> \x1b[0;37m\xff\xf9\r");
+    EXPECT_EQ(Message({"", "", "> ", true, ""}), "\r\n\x1b[0;32m> \x1b[0;37m\xff\xf9\r");
 }
 
 TEST(WorldText, AMessageWithoutAPromptBringsOutItsLastLineBreakByAColour) {
-    EXPECT_EQ(Message("", "\x1b[0;37mBye\r\n", ""), "\r\n\x1b[0;37mBye\r\n\x1b[0;37m\r");
+    EXPECT_EQ(Message({"", "\x1b[0;37mBye\r\n", "", true, ""}),
+              "\r\n\x1b[0;37mBye\r\n\x1b[0;37m\r");
 }
 
 TEST(WorldText, NegotiationAloneHasNoLineBreakButAByteToLose) {
-    EXPECT_EQ(Message("\xff\xfc\x03", "", ""), "\xff\xfc\x03\r");
+    EXPECT_EQ(Message({"\xff\xfc\x03", "", "", true, ""}), "\xff\xfc\x03\r");
 }
 
 TEST(WorldText, NegotiationStandsBeforeTheTextItIsFor) {
-    EXPECT_EQ(Message("\xff\xfb\x01", "", "Password: "),
+    EXPECT_EQ(Message({"\xff\xfb\x01", "", "Password: ", true, ""}),
               "\r\n\xff\xfb\x01\x1b[0;32mPassword: \x1b[0;37m\xff\xf9\r");
 }
+
+TEST(WorldText, AMessageThatGoesOnAfterTextBeginsWithoutALineBreak) {
+    EXPECT_EQ(Message({"", "\x1b[0;37mMore\r\n", "", false, ""}), "\x1b[0;37mMore\r\n\x1b[0;37m\r");
+    EXPECT_EQ(Message({"", "", "> ", false, ""}), "\x1b[0;32m> \x1b[0;37m\xff\xf9\r");
+}
+
+TEST(WorldText, AProbeIsTheLastThatAMessageSays) {
+    EXPECT_EQ(Message({"", "\x1b[0;37mWho?\r\n", "", true, "\x1b[2K"}),
+              "\r\n\x1b[0;37mWho?\r\n\x1b[2K\r");
+    EXPECT_EQ(Message({"", "", "", true, "\x1b[2K"}), "\x1b[2K\r");
+}
+
+struct PartCase {
+    const char* name;
+    Outgoing outgoing;
+    bool isEmpty;
+};
+
+void PrintTo(const PartCase& row, std::ostream* out) { *out << row.name; }
+
+class WorldMessages : public ::testing::TestWithParam<PartCase> {};
+
+TEST_P(WorldMessages, AreEmptyWithoutAnyPart) {
+    EXPECT_EQ(IsEmpty(GetParam().outgoing), GetParam().isEmpty);
+}
+
+const PartCase kParts[] = {
+    {"WithNothing", {"", "", "", true, ""}, true},
+    {"WithNothingAfterText", {"", "", "", false, ""}, true},
+    {"WithNegotiation", {"\xff\xfc\x03", "", "", true, ""}, false},
+    {"WithLines", {"", "\x1b[0;37m\r\n", "", true, ""}, false},
+    {"WithAPrompt", {"", "", "> ", true, ""}, false},
+    {"WithAProbe", {"", "", "", true, "\x1b[2K"}, false},
+};
+
+INSTANTIATE_TEST_SUITE_P(All, WorldMessages, ::testing::ValuesIn(kParts),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 } // namespace
 } // namespace world

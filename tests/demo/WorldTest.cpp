@@ -1,191 +1,107 @@
 #include "World.h"
 
+#include "Hamlet.h"
 #include "Scene.h"
 
-#include <algorithm>
-#include <array>
 #include <gtest/gtest.h>
-#include <map>
-#include <set>
+#include <string>
 #include <vector>
 
 namespace world {
 namespace {
 
-int RoomCount() { return static_cast<int>(Rooms().size()); }
-
-const DirectionRow& RowOf(Direction direction) {
-    return Directions()[static_cast<std::size_t>(direction)];
-}
-
-int FlourLoft() {
-    int room = 0;
-    while (!RoomAt(room).has.piano)
-        ++room;
-    return room;
-}
-
-TEST(WorldMap, HasTwelveToFifteenRooms) {
-    EXPECT_GE(RoomCount(), 12);
-    EXPECT_LE(RoomCount(), 15);
-}
-
-TEST(WorldMap, DirectionsStandInTheirOrderAndOpposeEachOther) {
-    ASSERT_EQ(Directions().size(), 10U);
-    for (std::size_t i = 0; i < Directions().size(); ++i) {
-        const DirectionRow& row = Directions()[i];
-        EXPECT_EQ(static_cast<std::size_t>(row.direction), i) << row.word;
-        EXPECT_EQ(RowOf(row.opposite).opposite, row.direction) << row.word;
-        EXPECT_NE(row.opposite, row.direction) << row.word;
+TEST(World, IsFilledWithTheCreaturesAndThingsOfItsTown) {
+    World world;
+    Populate(world, Hamlet());
+    EXPECT_EQ(world.town, &Hamlet());
+    ASSERT_EQ(world.creatures.size(), Hamlet().kinds.size());
+    for (std::size_t each = 0; each < world.creatures.size(); ++each) {
+        EXPECT_EQ(world.creatures[each].kind, &Hamlet().kinds[each]);
+        EXPECT_EQ(world.creatures[each].life, Hamlet().kinds[each].life);
     }
+    EXPECT_EQ(world.beatsAway, std::vector<int>(Hamlet().things.size()));
+    EXPECT_TRUE(world.dropped.empty());
 }
 
-TEST(WorldMap, EveryPassageJoinsTwoRooms) {
-    for (const Passage& passage : Passages()) {
-        for (const int room : {passage.from, passage.to}) {
-            EXPECT_GE(room, 0);
-            EXPECT_LT(room, RoomCount());
-        }
-        EXPECT_NE(passage.from, passage.to);
-    }
+TEST(World, LookingShowsTitleProseThingsCreaturesPeopleAndExitsInTheirColours) {
+    Scene scene(Hamlet());
+    Player& ada = scene.Join("Ada");
+    scene.Join("Bob");
+    scene.Connect().name = "Cy";
+    scene.world.dropped.push_back({scene.ThingNamed("helm"), ada.room});
+    LookAround(scene.world, ada);
+    EXPECT_EQ(Scene::Read(ada), Line(TitleColour, "Yard") + Line(ProseColour, "A yard.") +
+                                    Line(HungerColour, "Pears lie in the grass.") +
+                                    Line(HungerColour, "A stick leans on the wall.") +
+                                    Line(HungerColour, "Somebody has left an iron helm here.") +
+                                    Line(CreatureColour, "A hen scratches about.") +
+                                    Line(PeopleColour, "Bob is here.") +
+                                    Line(ExitColour, "Exits: north, down."));
 }
 
-TEST(WorldMap, NoRoomHasTwoWaysInOneDirection) {
-    std::set<std::pair<int, Direction>> ways;
-    for (const Passage& passage : Passages()) {
-        EXPECT_TRUE(ways.emplace(passage.from, passage.way).second) << passage.from;
-        EXPECT_TRUE(ways.emplace(passage.to, RowOf(passage.way).opposite).second) << passage.to;
-    }
-}
-
-TEST(WorldMap, EveryExitLeadsToARoomAndBack) {
-    for (int room = 0; room < RoomCount(); ++room) {
-        for (const DirectionRow& row : Directions()) {
-            const std::optional<int> next = RoomTo(room, row.direction);
-            if (!next)
-                continue;
-            ASSERT_LT(*next, RoomCount());
-            EXPECT_EQ(RoomTo(*next, row.opposite), room) << room << ' ' << row.word;
-        }
-    }
-}
-
-TEST(WorldMap, UsesAllTenDirections) {
-    for (const DirectionRow& row : Directions()) {
-        int uses = 0;
-        for (int room = 0; room < RoomCount(); ++room)
-            uses += RoomTo(room, row.direction) ? 1 : 0;
-        EXPECT_GT(uses, 0) << row.word;
-    }
-}
-
-// A step in each direction, as east, north and up.
-constexpr std::array<std::array<int, 3>, 10> kSteps = {{
-    {0, 1, 0},
-    {1, 1, 0},
-    {1, 0, 0},
-    {1, -1, 0},
-    {0, -1, 0},
-    {-1, -1, 0},
-    {-1, 0, 0},
-    {-1, 1, 0},
-    {0, 0, 1},
-    {0, 0, -1},
-}};
-
-TEST(WorldMap, LiesFlatOnAGridAndIsWholeFromTheStart) {
-    std::map<int, std::array<int, 3>> places = {{StartRoom, {0, 0, 0}}};
-    std::vector<int> toVisit = {StartRoom};
-    while (!toVisit.empty()) {
-        const int room = toVisit.back();
-        toVisit.pop_back();
-        for (std::size_t way = 0; way < kSteps.size(); ++way) {
-            const std::optional<int> next = RoomTo(room, static_cast<Direction>(way));
-            if (!next)
-                continue;
-            std::array<int, 3> place = places[room];
-            for (std::size_t axis = 0; axis < 3; ++axis)
-                place[axis] += kSteps[way][axis];
-            if (places.emplace(*next, place).second)
-                toVisit.push_back(*next);
-            EXPECT_EQ(places[*next], place) << "room " << *next << " is in two places";
-        }
-    }
-    std::set<std::array<int, 3>> taken;
-    for (const auto& [room, place] : places)
-        EXPECT_TRUE(taken.insert(place).second) << "room " << room << " shares its place";
-    EXPECT_EQ(places.size(), Rooms().size());
-}
-
-TEST(WorldMap, EveryRoomHasATitleOfItsOwnAndProseInPlainAscii) {
-    std::set<std::string_view> titles;
-    for (const Room& room : Rooms()) {
-        EXPECT_TRUE(titles.insert(room.title).second) << room.title;
-        EXPECT_GT(room.prose.size(), 100U) << room.title;
-        EXPECT_EQ(Clean(room.prose.substr(0, MaxSpeech)),
-                  room.prose.substr(0, Clean(room.prose).size()));
-        for (const char c : room.prose)
-            EXPECT_TRUE(c >= ' ' && c <= '~') << room.title;
-    }
-}
-
-TEST(WorldMap, OneRoomHasBreadOneABellAndOneAPianoUnderARoof) {
-    for (const auto feature : {&Features::bread, &Features::bell, &Features::piano})
-        EXPECT_EQ(std::ranges::count_if(Rooms(),
-                                        [feature](const Room& room) { return room.has.*feature; }),
-                  1);
-    for (const Room& room : Rooms())
-        EXPECT_FALSE(room.has.piano && room.has.sky) << room.title;
-}
-
-TEST(WorldMap, TheWeatherHasMoreThanHalfTheTownAndNoCellar) {
-    std::set<std::string_view> roofed;
-    for (const Room& room : Rooms()) {
-        if (!room.has.sky)
-            roofed.insert(room.title);
-    }
-    EXPECT_EQ(roofed, (std::set<std::string_view>{"Archive Cellar", "Bakehouse", "Flour Loft",
-                                                  "Old Drain", "Scribes' Hall"}));
-}
-
-TEST(WorldMap, EveryCreatureHasARoom) {
-    ASSERT_FALSE(Kinds().empty());
-    for (const Kind& kind : Kinds()) {
-        EXPECT_LT(kind.room, RoomCount());
-        EXPECT_NE(kind.room, StartRoom) << "one who faints wakes there";
-    }
-}
-
-TEST(World, LookingShowsTitleProseCreaturesPeopleAndExitsInTheirColours) {
-    Scene scene;
+TEST(World, WhatIsAwayOrElsewhereIsNotSeen) {
+    Scene scene(Hamlet());
     Player& ada = scene.Join("Ada");
     Player& bob = scene.Join("Bob");
-    ada.room = bob.room = Kinds()[0].room;
+    bob.room = scene.RoomNamed("shed");
+    scene.CreatureNamed("hen").life = 0;
+    scene.world.beatsAway.assign(scene.world.beatsAway.size(), 1);
+    scene.world.dropped.push_back({scene.ThingNamed("helm"), bob.room});
     LookAround(scene.world, ada);
-    const std::string seen = Scene::Read(ada);
-    const Room& room = Rooms()[static_cast<std::size_t>(ada.room)];
-    EXPECT_TRUE(seen.starts_with(Line(TitleColour, room.title)));
-    EXPECT_TRUE(Contains(seen, Prose(ProseColour, room.prose)));
-    EXPECT_TRUE(Contains(seen, Line(CreatureColour, Kinds()[0].sight)));
-    EXPECT_TRUE(Contains(seen, Line(PeopleColour, "Bob is here.")));
-    EXPECT_FALSE(Contains(seen, "Ada is here."));
-    EXPECT_TRUE(seen.ends_with(Line(ExitColour, "Exits: west, up.")));
-    EXPECT_TRUE(EveryLineHasItsColour(seen));
+    EXPECT_EQ(Scene::Read(ada), Line(TitleColour, "Yard") + Line(ProseColour, "A yard.") +
+                                    Line(ExitColour, "Exits: north, down."));
 }
 
-TEST(World, ProseFollowsANarrowWindow) {
+struct WidthCase {
+    const char* name;
+    int columns;
+    std::size_t width;
+};
+
+void PrintTo(const WidthCase& row, std::ostream* out) { *out << row.name; }
+
+class WorldWidths : public ::testing::TestWithParam<WidthCase> {};
+
+TEST_P(WorldWidths, FollowTheWindowWithinReason) {
     Scene scene;
     Player& ada = scene.Join("Ada");
-    ada.width = 40;
+    ada.telnet.columns = GetParam().columns;
+    EXPECT_EQ(WidthOf(ada), GetParam().width);
     LookAround(scene.world, ada);
-    EXPECT_TRUE(Contains(Scene::Read(ada), Prose(ProseColour, Rooms()[0].prose, 40)));
+    EXPECT_TRUE(Contains(Scene::Read(ada), Prose(ProseColour, RoomAt(scene.world, StartRoom).prose,
+                                                 GetParam().width)));
+}
+
+const WidthCase kWidths[] = {
+    {"OfAWindowThatIsUnknown", 0, 78},
+    {"OfOneColumn", 1, 40},
+    {"OfThirtyNine", 39, 40},
+    {"OfForty", 40, 40},
+    {"OfFortyOne", 41, 41},
+    {"OfSeventySeven", 77, 77},
+    {"OfEighty", 80, 78},
+    {"OfTheWidest", 65535, 78},
+};
+
+INSTANTIATE_TEST_SUITE_P(All, WorldWidths, ::testing::ValuesIn(kWidths),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(World, SomeoneIsFoundByTheNameWhilePlaying) {
+    Scene scene;
+    Player& ada = scene.Join("Ada");
+    scene.Connect().name = "Cy";
+    EXPECT_EQ(FindPlaying(scene.world, "Ada"), &ada);
+    for (const char* name : {"ada", "Ad", "Cy", "Zoe", ""})
+        EXPECT_EQ(FindPlaying(scene.world, name), nullptr) << name;
+    ada.stage = Stage::Gone;
+    EXPECT_EQ(FindPlaying(scene.world, "Ada"), nullptr);
 }
 
 TEST(World, EnteringIsSeenByThoseAtTheStartOnly) {
     Scene scene;
     Player& near = scene.Join("Near");
     Player& far = scene.Join("Far");
-    far.room = 5;
+    far.room = scene.RoomNamed("ferry");
     Player& atTheGate = scene.Connect();
     Player& ada = scene.Connect();
     ada.name = "Ada";
@@ -195,15 +111,93 @@ TEST(World, EnteringIsSeenByThoseAtTheStartOnly) {
     EXPECT_EQ(Scene::Read(atTheGate), "");
 }
 
-TEST(World, LeavingIsSeenAndEndsTheFight) {
+// Someone at the gate whose name stands in the book.
+Player& ConnectKnown(Scene& scene, const Account& account) {
+    scene.world.book["Ada"] = account;
+    Player& ada = scene.Connect();
+    ada.name = "Ada";
+    return ada;
+}
+
+TEST(World, OneWhoComesBackIsAsTheBookRemembers) {
+    Scene scene;
+    Account account;
+    account.life = 7;
+    account.kills = 4;
+    account.beatsSinceMeal = 9;
+    account.carried = {"apple", "stone", "anvil"};
+    account.worn = {"hat"};
+    Player& ada = ConnectKnown(scene, account);
+    Enter(scene.world, ada);
+    EXPECT_EQ(ada.life, 7);
+    EXPECT_EQ(ada.kills, 4);
+    EXPECT_TRUE(IsHungry(ada));
+    EXPECT_EQ(ada.carried, (std::vector<int>{scene.ThingNamed("apple"), scene.ThingNamed("stone")}))
+        << "there is no anvil in the town";
+    EXPECT_EQ(ada.worn, std::vector<int>{scene.ThingNamed("hat")});
+    EXPECT_EQ(ada.room, StartRoom);
+}
+
+TEST(World, ANewcomerIsWholeWhateverElseTheBookSays) {
+    Scene scene;
+    Account account;
+    account.kills = 4;
+    account.carried = {"apple"};
+    Player& ada = ConnectKnown(scene, account);
+    Enter(scene.world, ada);
+    EXPECT_EQ(ada.life, MaxLife);
+    EXPECT_EQ(ada.kills, 0);
+    EXPECT_TRUE(ada.carried.empty());
+}
+
+TEST(World, NobodyComesBackWithMoreThanAllTheLifeThereIs) {
+    Scene scene;
+    Account account;
+    account.life = 1000;
+    Player& ada = ConnectKnown(scene, account);
+    Enter(scene.world, ada);
+    EXPECT_EQ(ada.life, MaxLife);
+}
+
+TEST(World, LeavingIsSeenAndEndsTheFightAndTheFlood) {
     Scene scene;
     Player& ada = scene.Join("Ada");
     Player& bob = scene.Join("Bob");
     ada.foe = &scene.world.creatures[0];
+    ada.flood = 1000;
     Leave(scene.world, ada, "fades from sight.");
     EXPECT_EQ(Scene::Read(bob), Line(PeopleColour, "Ada fades from sight."));
     EXPECT_EQ(ada.stage, Stage::Gone);
     EXPECT_EQ(ada.foe, nullptr);
+    EXPECT_EQ(ada.flood, 0U);
+}
+
+TEST(World, LeavingIsRememberedInTheBook) {
+    Scene scene;
+    Player& ada = scene.Join("Ada");
+    scene.world.book["Ada"] = NewAccount("secret", 1);
+    const Account before = scene.world.book.at("Ada");
+    ada.life = 5;
+    ada.kills = 2;
+    ada.beatsSinceMeal = 3;
+    ada.carried = {scene.ThingNamed("loaf"), scene.ThingNamed("loaf")};
+    ada.worn = {scene.ThingNamed("coat")};
+    Leave(scene.world, ada, "fades from sight.");
+    Account expected = before;
+    expected.life = 5;
+    expected.kills = 2;
+    expected.beatsSinceMeal = 3;
+    expected.carried = {"loaf", "loaf"};
+    expected.worn = {"coat"};
+    EXPECT_EQ(scene.world.book.at("Ada"), expected);
+    EXPECT_TRUE(scene.world.isBookChanged);
+}
+
+TEST(World, OneWhoIsNotInTheBookIsNotWrittenIntoIt) {
+    Scene scene;
+    Remember(scene.world, scene.Join("Ada"));
+    EXPECT_TRUE(scene.world.book.empty());
+    EXPECT_FALSE(scene.world.isBookChanged);
 }
 
 TEST(World, WalkingIsSeenInBothRooms) {
@@ -211,7 +205,7 @@ TEST(World, WalkingIsSeenInBothRooms) {
     Player& ada = scene.Join("Ada");
     Player& here = scene.Join("Here");
     Player& there = scene.Join("There");
-    there.room = *RoomTo(StartRoom, Direction::North);
+    there.room = *RoomTo(scene.world, StartRoom, Direction::North);
     Walk(scene.world, ada, Direction::North);
     EXPECT_EQ(ada.room, there.room);
     EXPECT_EQ(Scene::Read(here), Line(PeopleColour, "Ada leaves north."));
@@ -227,8 +221,8 @@ TEST(World, ThePianoPlaysForTheOneWhoComesInAndAfterWhatThereIsToSee) {
     scene.world.soundRoot = "http://127.0.0.1:20001/sounds/";
     Player& ada = scene.Join("Ada");
     Player& bob = scene.Join("Bob");
-    bob.room = FlourLoft();
-    ada.room = *RoomTo(bob.room, Direction::Down);
+    bob.room = scene.RoomNamed("loft");
+    ada.room = *RoomTo(scene.world, bob.room, Direction::Down);
     Walk(scene.world, ada, Direction::Up);
     EXPECT_TRUE(Scene::Read(ada).ends_with("Exits: down.\r\n"
                                            "\x1b[0;37mThe piano begins to play, rather slowly.\r\n"
@@ -244,10 +238,12 @@ TEST(World, WhereThereIsNoWayNobodyMoves) {
     Scene scene;
     Player& ada = scene.Join("Ada");
     Player& bob = scene.Join("Bob");
+    ada.foe = &scene.world.creatures[0];
     Walk(scene.world, ada, Direction::Down);
     EXPECT_EQ(ada.room, StartRoom);
     EXPECT_EQ(Scene::Read(ada), Line(ProseColour, "There is no way down from here."));
     EXPECT_EQ(Scene::Read(bob), "");
+    EXPECT_NE(ada.foe, nullptr) << "the fight goes on";
 }
 
 TEST(World, APromptFitsTheStage) {

@@ -15,7 +15,8 @@ World::World(const WorldOptions& options) {
     Process.setStandardErrorFile(QProcess::nullDevice());
     StartChild(Process, WORLD_PROGRAM,
                {"--port", "0", "--round", QString::number(options.RoundMs), "--http-port", "0",
-                "--client-version", options.ClientVersion});
+                "--client-version", options.ClientVersion, "--players",
+                Folder.filePath("players.json")});
     QByteArray lines;
     WaitFor("the demo world to listen and to serve", [&] {
         lines += Process.readAllStandardOutput();

@@ -5,6 +5,7 @@
 
 #include <QProcess>
 #include <QString>
+#include <QTemporaryDir>
 
 namespace journey {
 
@@ -19,6 +20,7 @@ struct World {
 
     QString Address; // "127.0.0.1:20000"
     QString WebRoot; // "http://127.0.0.1:20001"
+    QTemporaryDir Folder; // of its players
     QProcess Process;
 };
 
