@@ -59,6 +59,12 @@ TEST_F(Talk, GoesFromOneClientToTheOther) {
     Walk(Bea, '2', "Goose Green");
     EXPECT_EQ(Bea.Shown().find("Where are you?"), std::string::npos) << "heard from afar";
 
+    Walk(Bea, '8', "North Gate");
+    Player.Enter("tell bea Come back, there is bread.");
+    Player.WaitToSee("You tell Bea: Come back, there is bread.");
+    Bea.WaitToSee("Ada tells you: Come back, there is bread.");
+    Walk(Bea, '2', "Goose Green");
+
     Bea.Enter("quit");
     Bea.WaitToSee("Connection Closed");
     Player.WaitToSee("Bea takes the road out of town.");
