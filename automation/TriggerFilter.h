@@ -1,9 +1,9 @@
 // Tells, at the cost of a look a character, that no trigger occurs in a line.
 //
 // Of each trigger's text the filter knows the part of at most eight characters that is rarest among
-// all the texts. A line that holds none of these parts holds no trigger, and needs no more than
-// this: with 10,000 triggers that is a sixth of what the automaton (TriggerMatcher) costs, whose
-// tree falls out of the processor's cache between two lines.
+// all the texts. A line that holds none of these parts holds no trigger. With 10,000 triggers that
+// costs 0.4 microseconds a line, the automaton (TriggerMatcher) alone 1.1, and several times that
+// once a game's text has driven its tree out of the processor's cache.
 #pragma once
 
 #include "automation/Macros.h"
