@@ -68,8 +68,8 @@ TEST_F(Update, IsAnsweredWithNoWhileTheStartGoesOn) {
     Player.Launch();
     Answer({"alt+n"});
     EXPECT_TRUE(Player.ShowsSplash());
-    EXPECT_EQ(Kept("Version"), "9.5");
-    EXPECT_EQ(Kept("Check"), "1");
+    WaitFor("the answer to be kept",
+            [this] { return Kept("Version") == "9.5" && Kept("Check") == "1"; });
     Player.WaitForFrame();
     EXPECT_TRUE(Player.Windows(kPrompt).isEmpty());
     EXPECT_TRUE(Player.Windows(kSite).isEmpty());
