@@ -48,8 +48,9 @@ TEST_F(Games, AreAddedChosenPlayedAndDeleted) {
     Moment("1-add");
     CloseAddDialog("Return");
     const ListedGame added{"Northern Realms", Server.PortText().toStdString()};
+    WaitFor("the folder of its sounds",
+            [this] { return QDir(Player.Home + "/Northern Realms/sounds").exists(); });
     EXPECT_EQ(List(), GameList({kBuiltIn, added}));
-    EXPECT_TRUE(QDir(Player.Home + "/Northern Realms/sounds").exists());
 
     Player.ClickToolbar(Chooser);
     Player.Press("Down");
