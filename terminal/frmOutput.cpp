@@ -175,16 +175,18 @@ void frmOutput::HideScrollBack() {
 }
 
 void frmOutput::MoveBarLater(const BarState& state) {
-    if (state == Bar && (BarWaits() || vslRTF->value() == Bar.Maximum))
+    if (state == Bar && (BarWaits || vslRTF->value() == Bar.Maximum))
         return;
     Bar = state;
-    if (!BarWaits())
+    BarWaits = true;
+    if (!BarFrame.isActive())
         BarFrame.start();
 }
 
 void frmOutput::MoveBarNow() {
-    if (!BarWaits())
+    if (!BarWaits)
         return;
+    BarWaits = false;
     BarFrame.stop();
     const QSignalBlocker quiet(vslRTF);
     vslRTF->setMaximum(Bar.Maximum);
@@ -361,14 +363,13 @@ namespace vslRTF {
 std::int16_t Max() {
     if (!Form)
         return 0;
-    return static_cast<std::int16_t>(Form->BarWaits() ? Form->Bar.Maximum
-                                                      : Form->vslRTF->maximum());
+    return static_cast<std::int16_t>(Form->BarWaits ? Form->Bar.Maximum : Form->vslRTF->maximum());
 }
 
 std::int16_t Value() {
     if (!Form)
         return 0;
-    return static_cast<std::int16_t>(Form->BarWaits() ? Form->Bar.Maximum : Form->vslRTF->value());
+    return static_cast<std::int16_t>(Form->BarWaits ? Form->Bar.Maximum : Form->vslRTF->value());
 }
 
 void SetMaxAndValue(std::int16_t maximum) {

@@ -49,8 +49,8 @@ public:
     };
     void MoveBarLater(const BarState& state);
     void MoveBarNow(); // if it waits
-    bool BarWaits() const { return BarFrame.isActive(); }
-    BarState Bar; // as it was asked for last
+    BarState Bar;      // as it was asked for last
+    bool BarWaits = false;
 
     // Page Up, Page Down and End move vslRTF; true when the key was one of them.
     bool ScrollKey(const QKeyEvent& event);

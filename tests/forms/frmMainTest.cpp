@@ -313,8 +313,7 @@ TEST_F(FrmMainTest, AnOutputClosedWhileScrolledBackComesBackAtItsEnd) {
     Item("GameW")->trigger();
     text = std::string(5000, 'y');
     AppendOutput(text);
-    Output()->MoveBarNow();
-    EXPECT_GT(Output()->vslRTF->maximum(), 5000);
+    EXPECT_TRUE(WaitFor([this] { return Output()->vslRTF->maximum() > 5000; }));
     Press(Qt::Key_PageUp);
     EXPECT_TRUE(ScrollBackActive);
     EXPECT_TRUE(Output()->rtfScroll->isVisible());

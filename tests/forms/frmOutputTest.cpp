@@ -42,8 +42,9 @@ protected:
         QCoreApplication::sendEvent(view, &event);
     }
 
+    // As it stands at the next frame.
     QScrollBar& Bar() const {
-        Output()->MoveBarNow();
+        EXPECT_TRUE(WaitFor([this] { return !Output()->BarWaits; }));
         return *Output()->vslRTF;
     }
 
@@ -206,6 +207,34 @@ TEST_F(FrmOutputTest, TheProgramItselfNeverStartsScrollBack) {
     AppendLines(1000);
     LetEventsRun();
     ExpectScrolledBack(false);
+}
+
+TEST_F(FrmOutputTest, TheBarMovesAtTheNextFrameAndIsKnownAtOnce) {
+    const QScrollBar& bar = *Output()->vslRTF;
+    vslRTF::SetMaxAndValue(500);
+    vslRTF::SetMaxAndValue(700);
+    EXPECT_EQ(bar.maximum(), 0);
+    EXPECT_EQ(vslRTF::Max(), 700);
+    EXPECT_EQ(vslRTF::Value(), 700);
+    ASSERT_TRUE(WaitFor([&bar] { return bar.maximum() == 700; }));
+    EXPECT_EQ(bar.value(), 700);
+    vslRTF::SetMaxAndValue(900);
+    ASSERT_TRUE(WaitFor([&bar] { return bar.maximum() == 900; }));
+}
+
+TEST_F(FrmOutputTest, AKeyMovesTheBarFromWhereItShouldStand) {
+    vslRTF::SetChange(10, 100);
+    vslRTF::SetMaxAndValue(500);
+    QTest::keyClick(OutputBox(), Qt::Key_PageUp);
+    EXPECT_EQ(Output()->vslRTF->value(), 400);
+    ExpectScrolledBack(true);
+}
+
+TEST_F(FrmOutputTest, KnowsMoreLooksThanItRemembers) {
+    for (int red = 0; red < 100; ++red)
+        rtfOutPut::Append("x", red, "Courier", "10");
+    for (int red = 0; red < 100; ++red)
+        ASSERT_EQ(FormatAt(red).foreground().color().red(), red);
 }
 
 TEST_F(FrmOutputTest, TheStepsOfTheBarAreTheOnesSet) {
