@@ -34,8 +34,8 @@ using forms::Says;
 using forms::SaysAndResets;
 using forms::SaysAndStalls;
 using forms::ShownBox;
-using forms::WaitFor;
 using forms::WaitAMoment;
+using forms::WaitFor;
 using forms::Whole;
 
 namespace fs = std::filesystem;

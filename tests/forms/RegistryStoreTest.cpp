@@ -3,7 +3,9 @@
 #include "support/ErrorOf.h"
 #include "ui/UserSettings.h"
 
+#include <csignal>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <QDir>
 #include <QFile>
@@ -102,6 +104,21 @@ TEST_F(RegistryStore, SaysSoWhenItCannotBeWritten) {
     QFile(Folder.filePath("quillmere")).open(QFile::WriteOnly); // a file in the folder's place
     EXPECT_EQ(RaisedBy([] { Write("gTop", "1"); }),
               (Error{kErrorBase + 2005, "MRegistry", "Could not open/create registry section"}));
+}
+
+TEST_F(RegistryStore, StaysWholeOnADiskThatIsFull) {
+    Write("gTop", "1");
+    const QByteArray before = Kept();
+    rlimit usual{};
+    ::getrlimit(RLIMIT_FSIZE, &usual);
+    void (*const handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit full = {static_cast<rlim_t>(before.size()) + 10, usual.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &full);
+    const Error error = RaisedBy([] { Write("gLeft", std::string(1000, 'x')); });
+    ::setrlimit(RLIMIT_FSIZE, &usual);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_NE(error.Number, 0);
+    EXPECT_EQ(Kept(), before);
 }
 
 TEST_F(RegistryStore, IsNotTheStoreOfTheUsersSettings) {

@@ -23,8 +23,8 @@ using forms::Says;
 using forms::Sounding;
 using forms::Tone;
 using forms::Tune;
-using forms::WaitFor;
 using forms::WaitAMoment;
+using forms::WaitFor;
 using forms::Wave;
 using forms::WaveFormat;
 using forms::Whole;
@@ -686,8 +686,8 @@ TEST_P(WithoutADevice, EverythingElseWorks) {
     Trigger("!!SOUND(thunder.wav U=" + Web.Address("/thunder.wav") + ")");
     Enter("look");
     EXPECT_TRUE(Server.Gets("look\r"));
-    EXPECT_TRUE(
-        WaitFor([this] { return fs::exists(Folder.Path / "Testmere" / "sounds" / "thunder.wav"); }));
+    EXPECT_TRUE(WaitFor(
+        [this] { return fs::exists(Folder.Path / "Testmere" / "sounds" / "thunder.wav"); }));
 }
 
 const NoDevice kNoDevices[] = {

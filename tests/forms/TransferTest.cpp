@@ -29,8 +29,8 @@ using forms::Redirects;
 using forms::Says;
 using forms::SaysAndResets;
 using forms::SaysAndStalls;
-using forms::WaitFor;
 using forms::WaitAMoment;
+using forms::WaitFor;
 using forms::Whole;
 
 using Chunk = std::optional<std::string>;
@@ -726,7 +726,8 @@ TEST_F(SelfSigned, IsThereForWhoeverDoesNotCare) {
     ASSERT_TRUE(WaitFor([&] { return visitor.isEncrypted(); }));
     visitor.write("GET /rain.wav HTTP/1.1\r\n\r\n");
     std::string answer;
-    EXPECT_TRUE(WaitFor([&] { return (answer += visitor.readAll().toStdString()) == Whole("abc"); }));
+    EXPECT_TRUE(
+        WaitFor([&] { return (answer += visitor.readAll().toStdString()) == Whole("abc"); }));
 }
 
 TEST_F(SelfSigned, IsRefusedBeforeItIsAsked) {

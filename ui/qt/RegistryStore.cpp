@@ -42,8 +42,10 @@ std::int32_t WriteStore(const QJsonObject& store) {
     QSaveFile file(StorePath());
     if (!file.open(QIODevice::WriteOnly))
         return kAccessDenied;
-    file.write(QJsonDocument(store).toJson());
-    return file.commit() ? kSuccess : kAccessDenied;
+    // A full disk cuts a write short, which is no error to the file that is committed.
+    const QByteArray text = QJsonDocument(store).toJson();
+    const bool isWhole = file.write(text) == text.size() && file.flush();
+    return isWhole && file.commit() ? kSuccess : kAccessDenied;
 }
 
 std::string NumberData(std::uint32_t number) {
