@@ -147,7 +147,7 @@ bool SaveBook(const std::string& path, const Book& book) {
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     // Less than all is written, without an error, when the disk fills up meanwhile.
     const QByteArray bytes = BytesOf(FormatBook(book));
-    return file.write(bytes) == bytes.size() && file.commit();
+    return file.write(bytes) == bytes.size() && file.flush() && file.commit();
 }
 
 std::string ProperName(std::string_view typed) {

@@ -108,8 +108,8 @@ void Server::Close() {
 void Server::SaveChangedBook() {
     if (!world.isBookChanged || settings.book.empty())
         return;
-    world.isBookChanged = false;
-    if (!SaveBook(settings.book, world.book))
+    world.isBookChanged = !SaveBook(settings.book, world.book);
+    if (world.isBookChanged)
         std::cerr << "The players can't be written to " << settings.book << '\n';
 }
 

@@ -59,10 +59,11 @@ std::string OnDo(OptionState& state, std::uint8_t option) {
     return Bytes({kIac, kWont, option});
 }
 
-// DONT and WONT: the option ends. Only one that was in force needs a word of agreement.
+// DONT and WONT: the option ends, or is refused. Only one that was in force needs a word of
+// agreement.
 std::string OnEnd(OptionState& state, std::uint8_t agreement, std::uint8_t option) {
     const OptionState before = state;
-    state = OptionState::Off;
+    state = before == OptionState::Asked ? OptionState::Refused : OptionState::Off;
     return before == OptionState::On ? Bytes({kIac, agreement, option}) : std::string{};
 }
 

@@ -12,10 +12,12 @@ const Thing& ThingAt(const World& world, int thing) {
     return world.town->things[static_cast<std::size_t>(thing)];
 }
 
-// A "warm loaf of bread" is called "bread", "loaf" or "some bread".
+// A "warm loaf of bread" is called "bread", "loaf" or "some bread", not "a" or "of".
 bool IsCalled(const World& world, int thing, std::string_view called) {
+    constexpr std::size_t kShortestWord = 3;
+    const std::string word = Lower(LastWord(called));
     const std::string words = ' ' + ThingAt(world, thing).name + ' ';
-    return words.find(' ' + Lower(LastWord(called)) + ' ') != std::string::npos;
+    return word.size() >= kShortestWord && words.find(' ' + word + ' ') != std::string::npos;
 }
 
 auto Find(const World& world, std::vector<int>& things, std::string_view called) {

@@ -119,7 +119,7 @@ TEST(WorldOptionsShow, FollowsTheTalkOfTheTwoEnds) {
               OptionLines({{1, "off"}, {24, asked}, {31, asked}, {90, asked}}));
     Decode(ada.telnet, "\xff\xfb\x18\xff\xfc\x1f\xff\xfd\x5a");
     EXPECT_EQ(scene.Type(ada, "options"),
-              OptionLines({{1, "off"}, {24, "agreed"}, {31, "off"}, {90, "agreed"}}));
+              OptionLines({{1, "off"}, {24, "agreed"}, {31, "refused"}, {90, "agreed"}}));
 }
 
 TEST(WorldProbe, IsAskedForWithAWordAndAnsweredByTheClientsName) {
