@@ -170,6 +170,17 @@ TEST_F(OutputViewTest, AFloodOfEmptyLinesIsShownToo) {
     EXPECT_EQ(Shown(), std::string(9000, '\n'));
 }
 
+TEST_F(OutputViewTest, AFloodThatIsRemovedAgainLeavesNothing) {
+    Append(QString(20000, 'x'));
+    View.RemoveFirst(20000);
+    forms::WaitAMoment([this] { return !InDocument().empty(); });
+    Append(QString(20000, 'y'));
+    ASSERT_TRUE(WaitFor([this] { return !InDocument().empty(); }));
+    View.RemoveFirst(20000);
+    ASSERT_TRUE(WaitFor([this] { return InDocument().empty(); }));
+    EXPECT_EQ(View.Length(), 0u);
+}
+
 TEST_F(OutputViewTest, WhoLooksDuringAFloodSeesAllOfIt) {
     const std::string text(12000, 'y');
     Append(QString::fromStdString(text));

@@ -100,7 +100,7 @@ void OutputView::ScrollToEnd() {
 }
 
 void OutputView::ShowFrame() {
-    if (Fresh > kFlood && Removed == DocumentLength)
+    if (Fresh > kFlood && Removed == DocumentLength && !Runs.empty())
         ShowTail();
     else
         Apply();
@@ -142,7 +142,7 @@ std::size_t OutputView::TailStart() const {
 void OutputView::Apply() {
     Frame.stop();
     Fresh = 0;
-    if (Removed > 0 || !Runs.empty()) {
+    if (Removed > 0 || !Runs.empty() || IsTail) {
         QTextCursor cursor(document());
         cursor.beginEditBlock();
         if (IsTail)
