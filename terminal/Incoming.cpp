@@ -21,8 +21,8 @@ constexpr std::string_view kMusicOff = "!!MUSIC(Off)";
 std::size_t PlainLength(std::string_view text) {
     static constexpr auto kMatters = [] {
         std::array<bool, 256> matters{};
-        for (const unsigned char c : {'\r', '\n', '\x1b', '!'})
-            matters[c] = true;
+        for (const char c : {'\r', '\n', '\x1b', '!'})
+            matters[static_cast<unsigned char>(c)] = true;
         return matters;
     }();
     const auto* const first = std::find_if(

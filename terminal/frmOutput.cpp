@@ -70,7 +70,8 @@ const QTextCharFormat& FormatOf(std::int32_t colour, const std::string& fontName
     QTextCharFormat format;
     format.setFont(MonospacedFont(ToQString(fontName), PointSize(fontSize)));
     format.setForeground(QColor(colour & 255, (colour >> 8) & 255, (colour >> 16) & 255));
-    return looks.emplace_back(colour, fontName, fontSize, format).Format;
+    looks.push_back({colour, fontName, fontSize, format});
+    return looks.back().Format;
 }
 
 } // namespace
