@@ -19,6 +19,7 @@ namespace journey {
 namespace {
 
 constexpr const char* kUntitled = "^Quillmere Mud Client$"; // the splash, and message boxes
+constexpr const char* kNameless = "^$";                     // menus, and the lists of choosers
 constexpr int kSplashWidth = 380;
 constexpr int kSplashHeight = 230;
 constexpr Area kSplashTitle{310, 235, 690, 345};
@@ -186,6 +187,19 @@ void Client::Keypad(char key) const {
     throw std::runtime_error(std::string("The keypad has no key ") + key);
 }
 
+void Client::ChooseFromMenu(const QString& menuKey, const QStringList& keys) const {
+    Press(menuKey);
+    ChooseFromList(keys);
+}
+
+void Client::ChooseFromList(const QStringList& keys) const {
+    WaitFor("a list to open", [this] { return HasList(); });
+    Press(keys);
+    WaitFor("the list to close", [this] { return !HasList(); });
+}
+
+bool Client::HasList() const { return !Windows(kNameless).isEmpty(); }
+
 void Client::ClickCommandLine() const { Screen->Click(kCommandLine.x(), kCommandLine.y()); }
 
 void Client::ClickToolbar(ToolbarPlace place) const {
@@ -204,7 +218,7 @@ bool Client::HasToolbar() const { return FindToolbar(Screen->Look()).size() > De
 
 void Client::ToggleToolbar() const {
     const bool hadToolbar = HasToolbar();
-    Press({"alt+c", "Up", "Return"}); // the last item; two have its access key
+    ChooseFromMenu("alt+c", {"Up", "Return"}); // the last item; two have its access key
     WaitFor(hadToolbar ? "the toolbar to go" : "the toolbar to come",
             [&] { return HasToolbar() != hadToolbar; });
 }

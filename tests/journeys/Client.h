@@ -65,6 +65,12 @@ struct Client {
     void Enter(const QString& line) const; // types it and presses Return
     void Keypad(char key) const;           // one of 0 to 9, +, -
 
+    // Keys that choose from a menu or the chooser's list. Keys that follow a choice sooner than the
+    // list has gone would be lost, so it is waited for.
+    void ChooseFromMenu(const QString& menuKey, const QStringList& keys) const;
+    void ChooseFromList(const QStringList& keys) const; // which is about to open
+    bool HasList() const;                               // a menu or a list is open
+
     void ClickCommandLine() const;
     void ClickToolbar(ToolbarPlace place) const; // waits until the control is usable
     bool CanUse(ToolbarPlace place) const;

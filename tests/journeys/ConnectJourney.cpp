@@ -64,7 +64,7 @@ TEST_P(ConnectAtStartToNothing, IsToldAndTheClientCanBeUsed) {
     Player.WaitForFrame();
     EXPECT_EQ(List(), list);
     Player.ClickToolbar(Chooser);
-    Player.Press({"Down", "Return"});
+    Player.ChooseFromList({"Down", "Return"});
     Player.ClickToolbar(ConnectButton);
     Server.WaitForPlayer();
     Player.Enter("look");

@@ -31,20 +31,13 @@ protected:
         WaitFor("the toolbar", [this] { return Player.HasToolbar(); });
     }
 
-    // A menu or the chooser's list is open: something is selected at the top of the window.
-    void WaitForList() const {
-        WaitFor("the list to open", [this] {
-            return CountOf(Screen.Look(), {0, 0, Display::Width, 100}, {48, 140, 198}) > 500;
-        });
-    }
-
     void ConnectByTheToolbar() {
         Moment("toolbar", "The client at its first start: menus and toolbar above, the game's text "
                           "in the middle, the command line below.");
         Player.ClickToolbar(Chooser);
-        WaitForList();
+        WaitFor("the list", [this] { return Player.HasList(); });
         Moment("chooser", "The chooser of the games. Quillmere is built in; New adds another.");
-        Player.Press("Return");
+        Player.ChooseFromList({"Return"});
         Player.ClickToolbar(ConnectButton);
     }
 
@@ -53,10 +46,10 @@ protected:
         Moment("no-toolbar", "Configuration, Enable Toolbar has taken the toolbar away. The menu "
                              "Mud is there instead.");
         Player.Press("alt+m");
-        WaitForList();
+        WaitFor("the list", [this] { return Player.HasList(); });
         Moment("mud-menu", "The menu Mud does what the toolbar does, and it is all in reach of "
                            "the keyboard.");
-        Player.Press("c");
+        Player.ChooseFromList({"c"});
     }
 
     void CreateACharacter(const Way& way) {

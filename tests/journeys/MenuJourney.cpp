@@ -69,12 +69,12 @@ TEST_F(Menu, ManagesTheGamesWithoutTheToolbar) {
 
     Player.Press("alt+m");
     Moment("3-menu");
-    Player.Press("c");
+    Player.ChooseFromList({"c"});
     Server.WaitForPlayer();
     Player.WaitToSee("Attempting connection to: First");
     Player.Enter("look");
     Server.Expect("look\r");
-    Player.Press({"alt+m", "d"});
+    Player.ChooseFromMenu("alt+m", {"d"});
     Server.WaitForPlayerToLeave();
 }
 

@@ -55,7 +55,7 @@ TEST_F(Games, AreAddedChosenPlayedAndDeleted) {
     Player.ClickToolbar(Chooser);
     Player.Press("Down");
     Moment("2-choose");
-    Player.Press("Return");
+    Player.ChooseFromList({"Return"});
     Player.ClickToolbar(ConnectButton);
     Server.WaitForPlayer();
     Player.WaitToSee("Attempting connection to: Northern Realms");

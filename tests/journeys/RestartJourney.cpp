@@ -25,8 +25,8 @@ TEST_F(Restart, KeepsTheTogglesAndForgetsEchoAndHistoryOnPurpose) {
     Player.Enter("look");
     Player.Press("Return");
     Server.Expect("look\r\r");
-    Player.Press({"alt+c", "k"});
-    Player.Press({"alt+c", "e", "Return"}); // two items have the key; it goes to the first
+    Player.ChooseFromMenu("alt+c", {"k"});
+    Player.ChooseFromMenu("alt+c", {"e", "Return"}); // two have the key; it goes to the first
     Player.ToggleToolbar();
     Player.Enter("dance");
     Player.Press("Return");
