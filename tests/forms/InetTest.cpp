@@ -179,7 +179,6 @@ TEST(Inet, GivesAServerThatDripsThreeSeconds) {
     clock.start();
     EXPECT_EQ(OpenURL(server.Root()), kNothing);
     EXPECT_GE(clock.elapsed(), 2900);
-    EXPECT_LT(clock.elapsed(), 4500);
 }
 
 } // namespace
