@@ -134,11 +134,13 @@ OutputView* frmOutput::MakeBox(const char* name, const QString& accessibleName) 
     box->setFont(MonospacedFont(rtfOutPut::kBaseFontName, PointSize(rtfOutPut::kBaseFontSize)));
     box->setTabStopDistance(8 * QFontMetricsF(box->font()).horizontalAdvance(' '));
     QPalette palette = box->palette();
+    palette.setColor(QPalette::Window, Qt::black);
     palette.setColor(QPalette::Base, Qt::black);
     palette.setColor(QPalette::Text, Qt::white);
     palette.setColor(QPalette::Highlight, QColor(38, 79, 120));
     palette.setColor(QPalette::HighlightedText, Qt::white);
     box->setPalette(palette);
+    box->setAutoFillBackground(true);
     box->installEventFilter(this);
     box->viewport()->installEventFilter(this);
     Boxes->addWidget(box);

@@ -76,6 +76,19 @@ TEST_F(OutputViewTest, NothingIsAppliedWhenNothingIsAppended) {
     EXPECT_EQ(applied, 0);
 }
 
+TEST_F(OutputViewTest, ShowsWholeLinesAtItsEndWhateverItsHeight) {
+    for (int line = 0; line < 100; ++line)
+        Append("A line of the game.\n");
+    View.ScrollToEnd();
+    View.Apply();
+    for (int height = 300; height < 340; ++height) {
+        View.resize(600, height);
+        const QRect first = View.cursorRect(View.cursorForPosition(QPoint(1, 1)));
+        EXPECT_EQ(first.top(), 0) << height;
+        EXPECT_EQ(View.cursorRect().bottom() + 6, View.viewport()->height() - 1) << height;
+    }
+}
+
 TEST_F(OutputViewTest, RemovesFromTheDocument) {
     Append("abcdef");
     View.Apply();

@@ -4,13 +4,16 @@
 
 #include <algorithm>
 
+#include <QAbstractTextDocumentLayout>
 #include <QAccessible>
 #include <QMimeData>
 #include <QPointer>
 #include <QScrollBar>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextDocumentFragment>
+#include <QTextLayout>
 
 namespace mw {
 namespace {
@@ -120,7 +123,7 @@ void OutputView::ShowTail() {
         return;
     }
     emit applied();
-    verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+    ShowEnd();
     Frame.start(kFloodFrame);
 }
 
@@ -153,7 +156,20 @@ void OutputView::Apply() {
         emit applied();
     }
     if (AtEnd)
-        verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+        ShowEnd();
+}
+
+// In whole lines: what is left of the height stays free above them.
+void OutputView::ShowEnd() {
+    const auto margin = static_cast<int>(document()->documentMargin());
+    const QTextBlock block = document()->lastBlock();
+    const QRectF bounds = document()->documentLayout()->blockBoundingRect(block); // lays it out
+    const int lines = std::max(block.layout()->lineCount(), 1);
+    const int row = std::max(static_cast<int>(bounds.height()) / lines, 1);
+    const int top = std::max(height() - margin, 0) % row;
+    if (top != viewportMargins().top())
+        setViewportMargins(0, top, 0, 0);
+    verticalScrollBar()->setValue(verticalScrollBar()->maximum());
 }
 
 void OutputView::Clear(QTextCursor& cursor) {
@@ -234,7 +250,7 @@ QMimeData* OutputView::createMimeDataFromSelection() const {
 void OutputView::resizeEvent(QResizeEvent* event) {
     QTextEdit::resizeEvent(event);
     if (AtEnd)
-        verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+        ShowEnd();
 }
 
 } // namespace mw

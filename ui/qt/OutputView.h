@@ -63,6 +63,7 @@ private:
     void ShowFrame();
     void ShowTail();
     std::size_t TailStart() const;
+    void ShowEnd();
     void Clear(QTextCursor& cursor);
     void Insert(QTextCursor& cursor, std::size_t from);
     void ApplyRemoval(QTextCursor& cursor);
