@@ -325,10 +325,9 @@ void MoveCaretToEnd() {
         Form->rtfOutPut->ScrollToEnd();
 }
 
-void SetRedraw(bool on) {
-    if (Form)
-        Form->rtfOutPut->setUpdatesEnabled(on);
-}
+// The box applies its queue in one edit a frame, so a trim is never painted by itself. Switching the
+// widget's updates off and on would paint all of it every time, half of the work in a flood.
+void SetRedraw(bool) {}
 
 void Refresh() {
     if (Form)

@@ -143,46 +143,6 @@ TEST_F(OutputViewTest, WhatIsRemovedAgainIsNeverInserted) {
     EXPECT_EQ(InDocument().size(), View.Length());
 }
 
-TEST_F(OutputViewTest, AFloodShowsItsLastLinesFirstAndTheRestWhenItIsOver) {
-    std::size_t inserted = 0;
-    const auto counting =
-        QObject::connect(View.document(), &QTextDocument::contentsChange, &View,
-                         [&](int, int, int added) { inserted += static_cast<std::size_t>(added); });
-    std::string text;
-    for (int i = 0; i < 1000; ++i) {
-        const QString line = QString("line %1\n").arg(i);
-        text += line.toStdString();
-        Append(line, i % 2 == 0 ? Qt::red : Qt::green);
-    }
-    ASSERT_TRUE(WaitFor([&] { return inserted > 0; }));
-    QObject::disconnect(counting);
-    EXPECT_LT(inserted, 1000u);
-    EXPECT_TRUE(InDocument().ends_with("line 998\nline 999\n"));
-    EXPECT_EQ(View.Length(), text.size());
-    const QScrollBar& bar = *View.verticalScrollBar();
-    EXPECT_GT(bar.maximum(), 0) << "the box is full";
-    EXPECT_EQ(bar.value(), bar.maximum());
-    ASSERT_TRUE(WaitFor([&] { return InDocument() == text; }));
-    EXPECT_EQ(bar.value(), bar.maximum());
-    EXPECT_EQ(View.Length(), text.size());
-    QTextCursor cursor(View.document());
-    cursor.setPosition(static_cast<int>(text.find("line 2\n")) + 1);
-    EXPECT_EQ(cursor.charFormat().foreground().color(), QColor(Qt::red));
-}
-
-TEST_F(OutputViewTest, AFloodOfOneLineFillsTheBox) {
-    Append(QString(20000, 'x'));
-    ASSERT_TRUE(WaitFor([this] { return !InDocument().empty(); }));
-    EXPECT_GT(View.verticalScrollBar()->maximum(), 0);
-    EXPECT_EQ(Shown(), std::string(20000, 'x'));
-}
-
-TEST_F(OutputViewTest, AFloodOfEmptyLinesIsShownToo) {
-    Append(QString(9000, '\n'));
-    ASSERT_TRUE(WaitFor([this] { return !InDocument().empty(); }));
-    EXPECT_EQ(Shown(), std::string(9000, '\n'));
-}
-
 TEST_F(OutputViewTest, AFloodThatIsRemovedAgainLeavesNothing) {
     Append(QString(20000, 'x'));
     View.RemoveFirst(20000);
@@ -192,17 +152,6 @@ TEST_F(OutputViewTest, AFloodThatIsRemovedAgainLeavesNothing) {
     View.RemoveFirst(20000);
     ASSERT_TRUE(WaitFor([this] { return InDocument().empty(); }));
     EXPECT_EQ(View.Length(), 0u);
-}
-
-TEST_F(OutputViewTest, WhoLooksDuringAFloodSeesAllOfIt) {
-    const std::string text(12000, 'y');
-    Append(QString::fromStdString(text));
-    ASSERT_TRUE(WaitFor([this] { return !InDocument().empty(); }));
-    ASSERT_LT(InDocument().size(), text.size());
-    View.RemoveFirst(1000);
-    QTest::keyClick(&View, Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(View.textCursor().selectedText().size(), 11000);
-    EXPECT_EQ(View.Length(), 11000u);
 }
 
 TEST_F(OutputViewTest, KeepsTheColourOfEachRun) {

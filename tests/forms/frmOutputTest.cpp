@@ -196,6 +196,33 @@ TEST_F(FrmOutputTest, RedrawingIsOnAgainAfterATrim) {
     EXPECT_TRUE(Shown().ends_with("ab"));
 }
 
+// Counts what a widget paints.
+class Paints : public QObject {
+public:
+    int Count = 0;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        Count += event->type() == QEvent::Paint;
+        return false;
+    }
+};
+
+TEST_F(FrmOutputTest, SwitchingRedrawPaintsNothingByItself) {
+    Append("some text");
+    Shown();
+    LetEventsRun();
+    Paints ofBox;
+    Paints ofBar;
+    OutputBox()->viewport()->installEventFilter(&ofBox);
+    Output()->vslRTF->installEventFilter(&ofBar);
+    rtfOutPut::SetRedraw(false);
+    rtfOutPut::SetRedraw(true);
+    Output()->vslRTF->update();
+    ASSERT_TRUE(WaitFor([&] { return ofBar.Count > 0; }));
+    EXPECT_EQ(ofBox.Count, 0);
+}
+
 TEST_F(FrmOutputTest, TheProgramItselfNeverStartsScrollBack) {
     vslRTF::SetMaxAndValue(500);
     vslRTF::SetMaxAndValue(100);

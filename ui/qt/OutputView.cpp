@@ -18,9 +18,7 @@
 namespace mw {
 namespace {
 
-constexpr int kFrame = 16;      // milliseconds
-constexpr int kFloodFrame = 40; // nobody reads a flood: half of the time would go into painting
-constexpr std::size_t kFlood = 8000; // characters a frame
+constexpr int kFrame = 16; // milliseconds
 
 // NUL, which telnet uses as padding, takes no room, TAB is a tab stop, and all other control bytes
 // are a small dot.
@@ -50,14 +48,14 @@ OutputView::OutputView(QWidget* parent) : QTextEdit(parent) {
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     document()->setDocumentMargin(6);
     Frame.setSingleShot(true);
-    connect(&Frame, &QTimer::timeout, this, &OutputView::ShowFrame);
+    Frame.setInterval(kFrame);
+    connect(&Frame, &QTimer::timeout, this, &OutputView::Apply);
 }
 
 void OutputView::Append(std::string_view bytes, const QTextCharFormat& format) {
     if (bytes.empty())
         return;
     mw::Append(Queue, bytes);
-    Fresh += bytes.size();
     if (!Runs.empty() && Formats[Runs.back().Format] == format)
         Runs.back().Length += bytes.size();
     else
@@ -65,7 +63,7 @@ void OutputView::Append(std::string_view bytes, const QTextCharFormat& format) {
     if (QAccessible::isActive())
         Apply();
     else if (!Frame.isActive())
-        Frame.start(kFrame);
+        Frame.start();
 }
 
 // A game uses a handful of formats, however many runs are queued.
@@ -82,7 +80,7 @@ void OutputView::RemoveFirst(std::size_t count) {
     Removed += ofDocument;
     RemoveQueued(std::min(count - ofDocument, View(Queue).size()));
     if (!Frame.isActive())
-        Frame.start(kFrame);
+        Frame.start();
 }
 
 void OutputView::RemoveQueued(std::size_t count) {
@@ -99,57 +97,14 @@ void OutputView::RemoveQueued(std::size_t count) {
 void OutputView::ScrollToEnd() {
     AtEnd = true;
     if (!Frame.isActive())
-        Frame.start(kFrame);
-}
-
-void OutputView::ShowFrame() {
-    if (Fresh > kFlood && Removed == DocumentLength && !Runs.empty())
-        ShowTail();
-    else
-        Apply();
-}
-
-// The next frame that brings little puts in the rest.
-void OutputView::ShowTail() {
-    QTextCursor cursor(document());
-    cursor.beginEditBlock();
-    Clear(cursor);
-    Insert(cursor, TailStart());
-    cursor.endEditBlock();
-    IsTail = true;
-    Fresh = 0;
-    if (verticalScrollBar()->maximum() == 0) {
-        Apply(); // it did not fill the box after all
-        return;
-    }
-    emit applied();
-    ShowEnd();
-    Frame.start(kFloodFrame);
-}
-
-// As many lines as the box is high, or as many characters as fit into it.
-std::size_t OutputView::TailStart() const {
-    const QFontMetrics metrics(Formats[Runs.back().Format].font());
-    const int rows = viewport()->height() / std::max(metrics.lineSpacing(), 1) + 1;
-    const int columns = viewport()->width() / std::max(metrics.averageCharWidth(), 1) + 1;
-    const std::string_view text = View(Queue);
-    const auto fitting = static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns);
-    std::size_t start = text.size();
-    for (int row = 0; row <= rows && start != 0 && text.size() - start < fitting; ++row) {
-        const std::size_t feed = text.rfind('\n', start - 1);
-        start = feed == std::string_view::npos ? 0 : feed;
-    }
-    return std::max(start, text.size() - std::min(fitting, text.size()));
+        Frame.start();
 }
 
 void OutputView::Apply() {
     Frame.stop();
-    Fresh = 0;
-    if (Removed > 0 || !Runs.empty() || IsTail) {
+    if (Removed > 0 || !Runs.empty()) {
         QTextCursor cursor(document());
         cursor.beginEditBlock();
-        if (IsTail)
-            Clear(cursor);
         ApplyRemoval(cursor);
         ApplyRuns(cursor);
         cursor.endEditBlock();
@@ -172,27 +127,6 @@ void OutputView::ShowEnd() {
     verticalScrollBar()->setValue(verticalScrollBar()->maximum());
 }
 
-void OutputView::Clear(QTextCursor& cursor) {
-    cursor.select(QTextCursor::Document);
-    cursor.removeSelectedText();
-    DocumentLength = Removed = 0;
-    IsTail = false;
-}
-
-// Puts in the queue from a place on, behind what is there.
-void OutputView::Insert(QTextCursor& cursor, std::size_t from) {
-    std::size_t begin = 0;
-    for (const Run& run : Runs) {
-        const std::size_t end = begin + run.Length;
-        if (end > from) {
-            const std::size_t first = std::max(begin, from);
-            cursor.movePosition(QTextCursor::End);
-            cursor.insertText(Visible(View(Queue).substr(first, end - first)), Formats[run.Format]);
-        }
-        begin = end;
-    }
-}
-
 void OutputView::ApplyRemoval(QTextCursor& cursor) {
     cursor.setPosition(static_cast<int>(Removed), QTextCursor::KeepAnchor);
     cursor.removeSelectedText();
@@ -205,9 +139,12 @@ void OutputView::ApplyRuns(QTextCursor& cursor) {
     QTextCursor selection = textCursor();
     const int anchor = selection.anchor();
     const int position = selection.position();
-    Insert(cursor, 0);
-    DocumentLength += View(Queue).size();
-    TakeFront(Queue, View(Queue).size());
+    for (const Run& run : Runs) {
+        cursor.movePosition(QTextCursor::End);
+        cursor.insertText(Visible(View(Queue).substr(0, run.Length)), Formats[run.Format]);
+        DocumentLength += run.Length;
+        TakeFront(Queue, run.Length);
+    }
     Runs.clear();
     Formats.clear();
     if (anchor != position && (selection.anchor() != anchor || selection.position() != position)) {

@@ -1,10 +1,9 @@
 // The text box of the output: coloured runs at its end, removals at its beginning.
 //
 // Both are queued and applied once a frame in one edit; a run that a removal takes away again
-// before that is never inserted, nor even turned into characters. During a flood, when a frame
-// replaces all there was, only the last lines are put in, those that can be seen; that costs a
-// third of all. Whoever reads the box with keys, mouse or by accessibility sees the queue applied
-// first. 40-character runs one by one cost 5 times as much.
+// before that is never inserted, nor even turned into characters. Whoever reads the box with keys,
+// mouse or by accessibility sees the queue applied first. 40-character runs one by one cost 5 times
+// as much.
 #pragma once
 
 #include "base/TextQueue.h"
@@ -60,20 +59,13 @@ private:
 
     std::size_t PlaceOf(const QTextCharFormat& format);
     void RemoveQueued(std::size_t count);
-    void ShowFrame();
-    void ShowTail();
-    std::size_t TailStart() const;
     void ShowEnd();
-    void Clear(QTextCursor& cursor);
-    void Insert(QTextCursor& cursor, std::size_t from);
     void ApplyRemoval(QTextCursor& cursor);
     void ApplyRuns(QTextCursor& cursor);
 
     TextQueue Queue;
     std::deque<Run> Runs;
     std::vector<QTextCharFormat> Formats; // of the runs
-    std::size_t Fresh = 0;                // characters appended since the last frame
-    bool IsTail = false;                  // the document only shows the end of the queue
     std::size_t DocumentLength = 0;
     std::size_t Removed = 0; // of the document's characters, not applied yet
     bool AtEnd = true;       // the last line is to stay in sight
