@@ -30,10 +30,12 @@ void TakeName(World& world, Player& player, std::string_view line) {
     }
     player.name = name;
     player.stage = Stage::Password;
-    if (world.book.contains(name))
+    if (world.book.contains(name)) {
         Tell(player, NoticeColour, "The book knows you, " + name + ". So does the porter, nearly.");
-    else
-        Tell(player, NoticeColour, "A new name. Choose a password, and the book will know you.");
+        return;
+    }
+    Tell(player, NoticeColour, "A new name. Choose a password, and the book will know you.");
+    Tell(player, NoticeColour, "Clients may show it as you type: take one you use nowhere else.");
 }
 
 void RefusePassword(Player& player) {

@@ -28,7 +28,9 @@ TEST(WorldLogin, GreetsInColour) {
 TEST(WorldLogin, ANewNameSetsItsPasswordAndEnters) {
     Scene scene;
     Player& player = scene.Connect();
-    EXPECT_TRUE(Contains(scene.Type(player, "ada"), "A new name."));
+    const std::string notice = scene.Type(player, "ada");
+    EXPECT_TRUE(Contains(notice, "A new name."));
+    EXPECT_TRUE(Contains(notice, "take one you use nowhere else."));
     EXPECT_EQ(player.stage, Stage::Password);
     const std::string welcome = scene.Type(player, "secret");
     EXPECT_TRUE(Contains(welcome, "Welcome to Quillmere, Ada."));

@@ -505,7 +505,7 @@ TEST(QuillmereHelp, TellsWhereCreaturesAttack) {
 TEST(QuillmereHelp, ProposesAWalkByKeypadThatLeadsBackToTheGreen) {
     const auto topic = std::ranges::find(Quillmere().topics, "keypad", &Topic::word);
     ASSERT_NE(topic, Quillmere().topics.end());
-    ASSERT_TRUE(Contains(topic->paragraphs.at(0), "Try 8 - + 2."));
+    ASSERT_TRUE(Contains(topic->paragraphs.at(0), "try 8, then -, then +, then 2."));
     int room = StartRoom;
     for (const Direction way :
          {Direction::North, Direction::Up, Direction::Down, Direction::South}) {
