@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <fstream>
-#include <iterator>
 #include <system_error>
 
 #ifdef _WIN32
@@ -97,16 +96,26 @@ void DeleteFile(const fs::path& file, const std::string&) {
 std::string ReadFile(const std::string& name) {
     const fs::path path = PathBelow(name);
     std::error_code ignored;
-    if (!fs::exists(path, ignored))
+    const fs::file_status status = fs::status(path, ignored);
+    if (status.type() == fs::file_type::not_found)
         Raise(FileNotFound, "ReadFile");
-    std::ifstream file(path, std::ios::binary);
-    if (!file || !fs::is_regular_file(path, ignored))
+    if (!fs::is_regular_file(status)) // first: to open a pipe is to wait for who writes into it
         Raise(PathFileAccess, "ReadFile");
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::ifstream file(path, std::ios::binary);
+    std::string contents;
+    char block[64 * 1024];
+    while (file.read(block, sizeof block) || file.gcount() > 0) {
+        contents.append(block, static_cast<std::size_t>(file.gcount()));
+        if (contents.size() > kLargestFile)
+            break;
+    }
+    if (!file.eof() || contents.size() > kLargestFile)
+        Raise(PathFileAccess, "ReadFile");
+    return contents;
 }
 
 void WriteFile(const std::string& name, std::string_view contents) {
-    if (FolderIsTaken)
+    if (FolderIsTaken || contents.size() > kLargestFile)
         return;
     const fs::path path = PathBelow(name);
     const fs::path neighbour = fs::path(path) += ".new";

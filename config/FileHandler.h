@@ -4,11 +4,16 @@
 // Names are 8-bit characters of the client's code page.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <string_view>
 
 namespace mw {
+
+// The largest file that is read or written, in bytes: room for a macro set of 32,768 triggers and
+// as many aliases of 150 characters each.
+inline constexpr std::size_t kLargestFile = 16 * 1024 * 1024;
 
 // The folder that all names below are relative to. Set once, when the program starts.
 inline std::filesystem::path ApplicationFolder;
@@ -37,11 +42,13 @@ void MakeFolder(const std::string& name);
 void DeleteFile(const std::filesystem::path& file, const std::string& folder);
 
 // The bytes of application folder + name. Raises File not found when it is not there, Path/File
-// access error when it can't be read.
+// access error when it can't be read, is no file (a folder, a pipe, a device) or larger than
+// kLargestFile. Waits for no writer of a pipe.
 std::string ReadFile(const std::string& name);
 
 // Makes contents the whole file at application folder + name: written beside it, synced and moved
-// over the old one, read-only or not. A failure is silent and leaves the old contents.
+// over the old one, read-only or not. A failure is silent and leaves the old contents; contents that
+// could not be read back are one.
 void WriteFile(const std::string& name, std::string_view contents);
 
 // True when name, alone or before an extension, can be the name of a file or folder of ours: one

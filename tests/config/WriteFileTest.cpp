@@ -1,7 +1,10 @@
 #include "base/Error.h"
 #include "config/FreshFolder.h"
 #include "fakes/Fakes.h"
+#include "support/ChildProcess.h"
 
+#include <csignal>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace mw {
@@ -88,6 +91,39 @@ TEST_F(WholeFiles, ReadingAMissingFileIsFileNotFound) {
 TEST_F(WholeFiles, ReadingAFolderIsAPathError) {
     MakeFolder("f");
     EXPECT_EQ(ReadError("f"), PathFileAccess);
+}
+
+TEST_F(WholeFiles, ReadingAPipeIsAPathErrorAndWaitsForNoWriter) {
+    ASSERT_EQ(::mkfifo((Folder.Path / "f").c_str(), 0600), 0);
+    EXPECT_EQ(WithoutRights([this] { return ReadError("f"); }), PathFileAccess);
+}
+
+TEST_F(WholeFiles, OfTheLargestSizeAreReadAndWrittenAndNoLargerOnes) {
+    const std::string largest(kLargestFile, 'x');
+    WriteFile("f", largest);
+    EXPECT_TRUE(ReadFile("f") == largest);
+    WriteFile("f", largest + "y");
+    EXPECT_EQ(fs::file_size(Folder.Path / "f"), kLargestFile);
+    std::ofstream(Folder.Path / "f", std::ios::app) << "y";
+    EXPECT_EQ(ReadError("f"), PathFileAccess);
+}
+
+TEST_F(WholeFiles, StayWholeOnADiskThatIsFull) {
+    const std::string old(10000, 'o');
+    WriteFile("f", old);
+    rlimit usual{};
+    ::getrlimit(RLIMIT_FSIZE, &usual);
+    void (*const handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+    for (const rlim_t room : {0UL, 1UL, 4096UL, 19999UL}) {
+        const rlimit full = {room, usual.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &full);
+        WriteFile("f", std::string(20000, 'n'));
+        ::setrlimit(RLIMIT_FSIZE, &usual);
+        EXPECT_EQ(Folder.Contents(), (std::map<std::string, std::string>{{"f", old}})) << room;
+    }
+    std::signal(SIGXFSZ, handler);
+    WriteFile("f", "new");
+    EXPECT_EQ(ReadFile("f"), "new");
 }
 
 TEST_F(WholeFiles, DeletingTakesTheNameAsGivenAndNotTheFolderOnPurpose) {
