@@ -148,7 +148,7 @@ std::string ReadReaction(LineReader& reader) {
 void LoadMacroSet(const std::string& name, std::int16_t index) {
     if (!IsFileName(name))
         return;
-    if (!Exists(name + ".mco", "Macros")) {
+    if (IsAbsent(FileName(name))) {
         SaveMacroSet(name, index);
         return;
     }

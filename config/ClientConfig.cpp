@@ -143,7 +143,7 @@ void InitClientConfig() {
 }
 
 void LoadClientConfig() {
-    if (!Exists("client.cfg", "Data")) {
+    if (IsAbsent(kFile)) {
         SaveClientConfig();
         return;
     }

@@ -32,6 +32,10 @@ std::string PathText(const std::filesystem::path& path);
 // Raises nothing.
 bool Exists(const std::string& file, const std::string& folder);
 
+// True when nothing at all bears application folder + name, not even a link that leads nowhere.
+// False when that can't be told. Raises nothing.
+bool IsAbsent(const std::string& name);
+
 // Makes a folder below the application folder. Raises Path/File access error when it can't, also
 // when the folder exists already.
 void MakeFolder(const std::string& name);

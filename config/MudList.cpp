@@ -93,10 +93,10 @@ std::vector<MudEntry> ParseMudList(std::string_view text, std::vector<MudEntry> 
 }
 
 void LoadMudList() {
-    if (Exists("muds.lst", "Data"))
-        MudList = ParseMudList(ReadFile(kFile), MudList);
-    else
+    if (IsAbsent(kFile))
         SaveMudList();
+    else
+        MudList = ParseMudList(ReadFile(kFile), MudList);
 }
 
 void SaveMudList() { WriteFile(kFile, FormatMudList(MudList)); }

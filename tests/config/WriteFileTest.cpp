@@ -108,6 +108,19 @@ TEST_F(WholeFiles, OfTheLargestSizeAreReadAndWrittenAndNoLargerOnes) {
     EXPECT_EQ(ReadError("f"), PathFileAccess);
 }
 
+TEST_F(WholeFiles, AreAbsentOnlyWhenNothingBearsTheirName) {
+    EXPECT_TRUE(IsAbsent("f"));
+    EXPECT_TRUE(IsAbsent("none\\f"));
+    fs::create_symlink("nowhere", Folder.Path / "f");
+    EXPECT_FALSE(IsAbsent("f"));
+    WriteFile("file", "x");
+    EXPECT_FALSE(IsAbsent("file"));
+    EXPECT_TRUE(IsAbsent("file\\f"));
+    MakeFolder("closed");
+    fs::permissions(Folder.Path / "closed", fs::perms::none);
+    EXPECT_EQ(WithoutRights([] { return IsAbsent("closed\\f") ? 1 : 0; }), 0);
+}
+
 TEST_F(WholeFiles, StayWholeOnADiskThatIsFull) {
     const std::string old(10000, 'o');
     WriteFile("f", old);
