@@ -48,6 +48,13 @@ bool Sync(std::FILE* file) {
 #endif
 }
 
+// What a lost write has left, or a link or a pipe that would lead the new contents elsewhere.
+void ClearTheWay(const fs::path& neighbour) {
+    std::error_code ignored;
+    if (!fs::is_directory(fs::symlink_status(neighbour, ignored)))
+        fs::remove(neighbour, ignored);
+}
+
 // Returns false when not every byte has reached the disk.
 bool WriteSynced(const fs::path& path, std::string_view contents) {
     std::FILE* const file = OpenForWriting(path);
@@ -124,6 +131,7 @@ void WriteFile(const std::string& name, std::string_view contents) {
         return;
     const fs::path path = PathBelow(name);
     const fs::path neighbour = fs::path(path) += ".new";
+    ClearTheWay(neighbour);
     std::error_code failure;
     if (WriteSynced(neighbour, contents)) {
 #ifdef _WIN32
@@ -131,7 +139,7 @@ void WriteFile(const std::string& name, std::string_view contents) {
 #endif
         fs::rename(neighbour, path, failure);
     }
-    DeleteFile(neighbour, "");
+    ClearTheWay(neighbour);
 }
 
 bool IsFileName(std::string_view name) {

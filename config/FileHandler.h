@@ -51,8 +51,9 @@ void DeleteFile(const std::filesystem::path& file, const std::string& folder);
 std::string ReadFile(const std::string& name);
 
 // Makes contents the whole file at application folder + name: written beside it, synced and moved
-// over the old one, read-only or not. A failure is silent and leaves the old contents; contents that
-// could not be read back are one.
+// over the old one, read-only or not. What lies where it is written first goes, whatever it is, but
+// for a folder. A failure is silent and leaves the old contents; contents that could not be read
+// back are one.
 void WriteFile(const std::string& name, std::string_view contents);
 
 // True when name, alone or before an extension, can be the name of a file or folder of ours: one

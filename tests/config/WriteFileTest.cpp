@@ -121,6 +121,46 @@ TEST_F(WholeFiles, AreAbsentOnlyWhenNothingBearsTheirName) {
     EXPECT_EQ(WithoutRights([] { return IsAbsent("closed\\f") ? 1 : 0; }), 0);
 }
 
+// What a lost write has left beside a file, or somebody has put there.
+struct Leftover {
+    const char* Name;
+    void (*Make)(const fs::path& path);
+};
+
+void PrintTo(const Leftover& row, std::ostream* out) { *out << row.Name; }
+
+class Leftovers : public WholeFiles, public testing::WithParamInterface<Leftover> {};
+
+TEST_P(Leftovers, AreNotWrittenThroughAndDoNotHinderTheNextWrite) {
+    WriteFile("f", "old");
+    WriteFile("other", "kept");
+    GetParam().Make(Folder.Path / "f.new");
+    const auto save = [] {
+        WriteFile("f", "new");
+        return 0;
+    };
+    ASSERT_EQ(WithoutRights(save), 0);
+    EXPECT_EQ(Folder.Contents(),
+              (std::map<std::string, std::string>{{"f", "new"}, {"other", "kept"}}));
+}
+
+const Leftover kLeftovers[] = {
+    {"HalfAFile", [](const fs::path& path) { std::ofstream(path) << "ne"; }},
+    {"MoreThanTheNewFile", [](const fs::path& path) { std::ofstream(path) << "new and more"; }},
+    {"AClosedFile",
+     [](const fs::path& path) {
+         std::ofstream(path) << "ne";
+         fs::permissions(path, fs::perms::none);
+     }},
+    {"ALinkToAnotherFile", [](const fs::path& path) { fs::create_symlink("other", path); }},
+    {"ALinkToNowhere", [](const fs::path& path) { fs::create_symlink("nowhere", path); }},
+    {"ALinkToItself", [](const fs::path& path) { fs::create_symlink("f.new", path); }},
+    {"APipe", [](const fs::path& path) { EXPECT_EQ(::mkfifo(path.c_str(), 0600), 0); }},
+};
+
+INSTANTIATE_TEST_SUITE_P(Files, Leftovers, testing::ValuesIn(kLeftovers),
+                         [](const auto& row) { return row.param.Name; });
+
 TEST_F(WholeFiles, StayWholeOnADiskThatIsFull) {
     const std::string old(10000, 'o');
     WriteFile("f", old);
