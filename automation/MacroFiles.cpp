@@ -33,8 +33,8 @@ std::int16_t ReadKeyIndex(std::string_view keyWord, const std::string& line) {
                                  : line.substr(keyWord.size(), equals - keyWord.size());
     if (!IsNumeric(code)) {
         ShowMessage("An Error has occured loading the macros");
-        ShowMessage("GetArrayPoint " + code);
-        ShowMessage("Error Point \r\n" + line + "\r\n");
+        ShowMessage("GetArrayPoint " + ShownLine(code));
+        ShowMessage("Error Point \r\n" + ShownLine(line) + "\r\n");
         throw EndProgram{};
     }
     return ToInt16(code);
@@ -45,8 +45,8 @@ std::int16_t ReadTriggerIndex(const std::string& line) {
     if (IsNumeric(value))
         return ToInt16(value);
     ShowMessage("An error has occured loading a trigger value");
-    ShowMessage(line);
-    ShowMessage(value);
+    ShowMessage(ShownLine(line));
+    ShowMessage(ShownLine(value));
     return 0;
 }
 
@@ -75,7 +75,7 @@ void ReadTrigger(LineReader& reader, MacroSet& set) {
 [[noreturn]] void RefuseLine(const MacroSet& set, const std::string& line) {
     ShowMessage("An error has occured in loading a macroset");
     ShowMessage("Macroset " + set.Name);
-    ShowMessage("Curreadline " + line);
+    ShowMessage("Curreadline " + ShownLine(line));
     throw EndProgram{};
 }
 

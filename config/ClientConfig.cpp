@@ -42,7 +42,7 @@ bool IsHeader(std::string_view line) { return line.starts_with('['); }
 
 [[noreturn]] void RefuseLine(std::string_view message, const std::string& line) {
     ShowMessage(message);
-    ShowMessage(line);
+    ShowMessage(ShownLine(line));
     throw EndProgram{};
 }
 
@@ -121,7 +121,7 @@ ClientConfig ParseClientConfig(std::string_view text, ClientConfig config) {
         } else {
             if (!line.starts_with("[END]")) {
                 ShowMessage(kColourMessage);
-                ShowMessage(line);
+                ShowMessage(ShownLine(line));
             }
             break;
         }

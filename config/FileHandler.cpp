@@ -22,6 +22,8 @@ namespace fs = std::filesystem;
 // In the file system's own units, of which it takes 255: room for an extension is left.
 constexpr std::size_t kLongestFileName = 240;
 
+constexpr std::size_t kLongestShown = 4096; // characters; more are laid out for minutes
+
 fs::path RelativePath(std::string name) {
     std::replace(name.begin(), name.end(), '\\', static_cast<char>(fs::path::preferred_separator));
     return fs::path(ToUnicode(name)).relative_path();
@@ -140,6 +142,11 @@ void WriteFile(const std::string& name, std::string_view contents) {
         fs::rename(neighbour, path, failure);
     }
     ClearTheWay(neighbour);
+}
+
+std::string ShownLine(std::string_view line) {
+    return line.size() <= kLongestShown ? std::string(line)
+                                        : std::string(line.substr(0, kLongestShown)) + "...";
 }
 
 bool IsFileName(std::string_view name) {

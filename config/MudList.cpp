@@ -35,7 +35,7 @@ void ReadRecord(LineReader& reader, std::size_t& counter, std::vector<MudEntry>&
 
 [[noreturn]] void RefuseLine(const std::string& line) {
     ShowMessage("An error has occured loading the mud list");
-    ShowMessage(line);
+    ShowMessage(ShownLine(line));
     throw EndProgram{};
 }
 

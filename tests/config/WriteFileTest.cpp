@@ -179,6 +179,12 @@ TEST_F(WholeFiles, StayWholeOnADiskThatIsFull) {
     EXPECT_EQ(ReadFile("f"), "new");
 }
 
+TEST_F(WholeFiles, LinesAreShownWholeUnlessTheyFillSeveralBoxes) {
+    EXPECT_EQ(ShownLine(""), "");
+    EXPECT_EQ(ShownLine(std::string(4096, 'x')), std::string(4096, 'x'));
+    EXPECT_EQ(ShownLine(std::string(4097, 'x')), std::string(4096, 'x') + "...");
+}
+
 TEST_F(WholeFiles, DeletingTakesTheNameAsGivenAndNotTheFolderOnPurpose) {
     MakeFolder("Data");
     WriteFile("Data\\f", "x");
