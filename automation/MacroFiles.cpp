@@ -145,15 +145,17 @@ std::string ReadReaction(LineReader& reader) {
     return joined;
 }
 
-void LoadMacroSet(const std::string& name, std::int16_t index) {
+std::size_t LoadMacroSet(const std::string& name, std::int16_t index) {
     if (!IsFileName(name))
-        return;
+        return 0;
     if (IsAbsent(FileName(name))) {
         SaveMacroSet(name, index);
-        return;
+        return 0;
     }
     const auto position = static_cast<std::size_t>(index);
-    MacroSets.at(position) = ParseMacroSet(ReadFile(FileName(name)), MacroSets.at(position));
+    const std::string text = ReadFile(FileName(name));
+    MacroSets.at(position) = ParseMacroSet(text, MacroSets.at(position));
+    return text.size();
 }
 
 void SaveMacroSet(const std::string& name, std::int16_t index) {
@@ -162,9 +164,14 @@ void SaveMacroSet(const std::string& name, std::int16_t index) {
 }
 
 void LoadAllMacroSets() {
+    std::size_t entries = 0;
+    std::size_t bytes = 0;
     for (std::size_t i = 0; i < MacroSets.size(); ++i) {
         CurrentMacroSet = static_cast<std::int16_t>(i);
-        LoadMacroSet(MacroSets[i].Name, CurrentMacroSet);
+        bytes += LoadMacroSet(MacroSets[i].Name, CurrentMacroSet);
+        entries += MacroSets[i].Triggers.Entries().size() + MacroSets[i].Aliases.size();
+        if (entries > kMostEntries || bytes > kMostBytes)
+            Raise(Overflow, "LoadAllMacroSets");
     }
     CurrentMacroSet = 0;
 }

@@ -6,12 +6,20 @@
 
 #include "automation/Macros.h"
 #include "base/Lines.h"
+#include "config/FileHandler.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace mw {
+
+// What all sets together may hold, because a few small files can name one set a thousand times over
+// and give it an entry 32,767: the triggers and aliases of the 22 sets that the editor makes, and
+// the bytes of four of the largest files.
+inline constexpr std::size_t kMostEntries = 22 * 2 * 32768;
+inline constexpr std::size_t kMostBytes = 4 * kLargestFile;
 
 // The file's text for set.
 std::string FormatMacroSet(const MacroSet& set);
@@ -30,13 +38,14 @@ std::string ReadReaction(LineReader& reader);
 
 // Reads the file of name into MacroSets[index], or writes it from there when there is none. Raises
 // what ReadFile and ParseMacroSet raise; the set is as it was then. A name that can't be a file
-// name has no file.
-void LoadMacroSet(const std::string& name, std::int16_t index);
+// name has no file. Returns how many bytes were read.
+std::size_t LoadMacroSet(const std::string& name, std::int16_t index);
 
 // Writes MacroSets[index] to the file of name. Failures are silent.
 void SaveMacroSet(const std::string& name, std::int16_t index);
 
-// All sets, in order. Loading makes each set the current one in turn and leaves set 0 current.
+// All sets, in order. Loading makes each set the current one in turn and leaves set 0 current. It
+// raises Overflow beyond kMostEntries or kMostBytes.
 void LoadAllMacroSets();
 void SaveAllMacroSets();
 

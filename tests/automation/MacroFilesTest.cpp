@@ -259,6 +259,35 @@ TEST_F(MacroFile, AllSetsAreLoadedAndTheFirstIsCurrentThen) {
     EXPECT_EQ(CurrentMacroSet, 0);
 }
 
+// A small file, named again and again, may ask for the largest tables each time.
+TEST_F(MacroFile, MoreEntriesThanTheEditorsSetsHoldAreOverflow) {
+    WriteFile("Macros\\Full.mco", "[Trigger]\nValue=32767\nTrigger=t\n~\n[Alias]\nValue=32767\n"
+                                  "Alias=x\nReplace=y\nIsEnabled=0\n[End]\n");
+    MacroSets.assign(22, Named("Full"));
+    EXPECT_EQ(ErrorOf(LoadAllMacroSets), 0);
+    EXPECT_EQ(MacroSets.back().Aliases.size(), 32768u);
+    MacroSets.assign(22, Named("Full"));
+    MacroSets.push_back(Named("One more"));
+    EXPECT_EQ(ErrorOf(LoadAllMacroSets), Overflow);
+}
+
+TEST_F(MacroFile, MoreBytesThanFourOfTheLargestFilesAreOverflow) {
+    WriteFile("Macros\\Large.mco", "[End]\r\n");
+    std::filesystem::resize_file(Folder.Path / "Macros/Large.mco", kLargestFile);
+    WriteFile("Macros\\Byte.mco", "x");
+    MacroSets.assign(4, Named("Large"));
+    EXPECT_EQ(ErrorOf(LoadAllMacroSets), 0);
+    MacroSets.push_back(Named("Byte"));
+    EXPECT_EQ(ErrorOf(LoadAllMacroSets), Overflow);
+}
+
+TEST_F(MacroFile, OfAHundredSetsThatNameOneGoodFileIsRead) {
+    WriteFile("Macros\\Good.mco", kExample);
+    MacroSets.assign(100, Named("Good"));
+    EXPECT_EQ(ErrorOf(LoadAllMacroSets), 0);
+    EXPECT_EQ(KeyText(MacroSets.back().AltKey, 75), "kill ");
+}
+
 TEST_F(MacroFile, WhileASetIsLoadedItIsTheCurrentOne) {
     WriteFile("Macros\\B.mco", "garbage\n[End]\n");
     MacroSets = {Named("A"), Named("B")};
