@@ -74,9 +74,11 @@ std::string ReadSetting(const std::string& application, const std::string& secti
     RegistryValue value;
     if (QueryValue(opened.Key, name.Key, value) != kSuccess)
         return fallback;
-    if (value.Type != kStringType) // meant: the type is added, not a system code
-        RaiseNumber(kSystemError + static_cast<std::int32_t>(value.Type),
-                    "Registry data not a string");
+    // Meant: the type is added, not a system code. A type of any 32 bits wraps around.
+    if (value.Type != kStringType)
+        RaiseNumber(
+            static_cast<std::int32_t>(static_cast<std::uint32_t>(kSystemError) + value.Type),
+            "Registry data not a string");
     if (!value.Data.empty())
         value.Data.pop_back(); // the terminating zero
     return value.Data;

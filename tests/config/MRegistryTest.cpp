@@ -121,6 +121,13 @@ TEST_F(Registry, ANumberIsNoStringAndTheErrorCarriesItsTypeOnPurpose) {
     EXPECT_EQ(fakes::OpenKeys, 0);
 }
 
+TEST_F(Registry, ATypeOfAnyNumberWrapsAround) {
+    fakes::Registry["SOFTWARE\\MwClient\\Windows"]["gTop"] = {0x80000000, "1"};
+    EXPECT_EQ(ErrorOf([] { Read("gTop"); }), 264144);
+    fakes::Registry["SOFTWARE\\MwClient\\Windows"]["gTop"] = {0xffffffff, "1"};
+    EXPECT_EQ(ErrorOf([] { Read("gTop"); }), kSystemError - 1);
+}
+
 TEST_F(Registry, EveryKeyThatWasOpenedIsClosed) {
     WriteSetting("a", "s", "k", "v");
     ReadSetting("a", "s", "k", "");
