@@ -11,6 +11,7 @@
 #ifdef _WIN32
 #include <io.h>
 #else
+#include <fcntl.h>
 #include <unistd.h>
 #endif
 
@@ -47,6 +48,17 @@ bool Sync(std::FILE* file) {
     return ::_commit(::_fileno(file)) == 0;
 #else
     return ::fsync(::fileno(file)) == 0;
+#endif
+}
+
+// A name is on the disk when its folder is.
+void SyncFolder([[maybe_unused]] const fs::path& folder) {
+#ifndef _WIN32
+    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    ::fsync(descriptor);
+    ::close(descriptor);
 #endif
 }
 
@@ -140,6 +152,8 @@ void WriteFile(const std::string& name, std::string_view contents) {
         MakeWritable(path); // here a rename does not replace a read-only file
 #endif
         fs::rename(neighbour, path, failure);
+        if (!failure)
+            return SyncFolder(path.parent_path());
     }
     ClearTheWay(neighbour);
 }
