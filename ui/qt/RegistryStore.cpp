@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSaveFile>
@@ -15,35 +16,38 @@ namespace mw {
 namespace {
 
 constexpr std::int32_t kBadStore = 1009; // the platform's code for a damaged registry
-constexpr qint64 kLargestStore = qint64{4} * 1024 * 1024;
+constexpr qint64 kLargestStore = qint64{4} * 1024 * 1024; // bytes that are read and written
 
 QString StorePath() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
            "/quillmere/registry.json";
 }
 
-// The whole store. A file that is not there is an empty one.
+// The whole store. A file that is not there is an empty one; a link that leads nowhere is there,
+// and a pipe is not waited for.
 std::int32_t ReadStore(QJsonObject& store) {
-    QFile file(StorePath());
-    if (!file.exists())
+    const QFileInfo info(StorePath());
+    if (!info.exists() && !info.isSymLink())
         return kSuccess;
-    if (!file.open(QIODevice::ReadOnly))
+    QFile file(StorePath());
+    if (!info.isFile() || !file.open(QIODevice::ReadOnly))
         return kAccessDenied;
-    const QJsonDocument document = QJsonDocument::fromJson(file.read(kLargestStore));
-    if (!document.isObject())
+    const QByteArray text = file.read(kLargestStore + 1);
+    const QJsonDocument document = QJsonDocument::fromJson(text);
+    if (text.size() > kLargestStore || !document.isObject())
         return kBadStore;
     store = document.object();
     return kSuccess;
 }
 
 std::int32_t WriteStore(const QJsonObject& store) {
-    if (!QDir().mkpath(QFileInfo(StorePath()).path()))
+    const QByteArray text = QJsonDocument(store).toJson();
+    if (text.size() > kLargestStore || !QDir().mkpath(QFileInfo(StorePath()).path()))
         return kAccessDenied;
     QSaveFile file(StorePath());
     if (!file.open(QIODevice::WriteOnly))
         return kAccessDenied;
     // A full disk cuts a write short, which is no error to the file that is committed.
-    const QByteArray text = QJsonDocument(store).toJson();
     const bool isWhole = file.write(text) == text.size() && file.flush();
     return isWhole && file.commit() ? kSuccess : kAccessDenied;
 }
