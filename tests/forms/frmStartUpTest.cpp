@@ -9,6 +9,10 @@
 #include "net/http/frmUpdate.h"
 #include "ui/SplashControls.h"
 
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <QElapsedTimer>
 #include <QTextBlock>
 #include <QTextDocument>
@@ -249,6 +253,69 @@ const Malformed kMalformed[] = {
 
 INSTANTIATE_TEST_SUITE_P(StartUp, MalformedFiles, testing::ValuesIn(kMalformed),
                          [](const auto& row) { return row.param.Name; });
+
+// The places of the three files, when no file is there.
+class OddPlaces : public FrmStartUpTest, public testing::WithParamInterface<const char*> {
+protected:
+    OddPlaces() {
+        KeepGoodFiles();
+        std::filesystem::remove(Place());
+        ::alarm(60); // for a start that waits for ever
+    }
+
+    ~OddPlaces() override { ::alarm(0); }
+
+    std::filesystem::path Place() const { return Folder.Path / GetParam(); }
+
+    void ExpectRefusal(const std::string& message) {
+        StartInAHurry();
+        EXPECT_EQ(RunProgram(), 1);
+        EXPECT_EQ(Closer.Texts, Boxes{message});
+        EXPECT_FALSE(FrameShown());
+    }
+};
+
+TEST_P(OddPlaces, OfAFolderEndTheProgramAndKeepIt) {
+    std::filesystem::create_directory(Place());
+    ExpectRefusal("Run-time error 75: Path/File access error");
+    EXPECT_TRUE(std::filesystem::is_directory(Place()));
+}
+
+TEST_P(OddPlaces, OfAPipeEndTheProgramAndKeepIt) {
+    ASSERT_EQ(::mkfifo(Place().c_str(), 0600), 0);
+    ExpectRefusal("Run-time error 75: Path/File access error");
+    EXPECT_TRUE(std::filesystem::is_fifo(Place()));
+}
+
+TEST_P(OddPlaces, OfALinkToNowhereEndTheProgramAndKeepIt) {
+    std::filesystem::create_symlink("nowhere", Place());
+    ExpectRefusal("Run-time error 53: File not found");
+    EXPECT_TRUE(std::filesystem::is_symlink(Place()));
+}
+
+TEST_P(OddPlaces, OfAFileThatIsTooLargeEndTheProgramAndKeepIt) {
+    Keep(GetParam(), "");
+    std::filesystem::resize_file(Place(), kLargestFile + 1);
+    ExpectRefusal("Run-time error 75: Path/File access error");
+    EXPECT_EQ(std::filesystem::file_size(Place()), kLargestFile + 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(StartUp, OddPlaces,
+                         testing::Values("Data/muds.lst", "Data/client.cfg", "Macros/Default.mco"),
+                         [](const auto& row) {
+                             return row.index == 0   ? "Games"
+                                    : row.index == 1 ? "Configuration"
+                                                     : "Macros";
+                         });
+
+TEST_F(FrmStartUpTest, ShowsTheBeginningOfALineOfTenMegabytes) {
+    KeepGoodFiles();
+    Keep("Data/muds.lst", std::string(10'000'000, 'x') + "\r\n[End]\r\n");
+    StartInAHurry();
+    EXPECT_EQ(RunProgram(), 1);
+    EXPECT_EQ(Closer.Texts,
+              (Boxes{"An error has occured loading the mud list", std::string(4096, 'x') + "..."}));
+}
 
 TEST_F(FrmStartUpTest, NoFurtherStageRunsWhileAMessageIsOpen) {
     KeepGoodFiles();
