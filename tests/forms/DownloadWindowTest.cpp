@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <chrono>
 
+using namespace std::string_literals;
+
 namespace mw {
 namespace {
 
@@ -157,6 +159,21 @@ std::string Partial(const std::string& body) {
            std::to_string(body.size()) + "\r\n\r\n" + body;
 }
 
+std::string Repeated(const std::string& text, int times) {
+    std::string all;
+    for (int i = 0; i < times; ++i)
+        all += text;
+    return all;
+}
+
+const std::string kEarlyHints = "HTTP/1.1 103 Early Hints\r\n\r\n";
+
+// A whole answer with those fields before its length.
+std::string With(const std::string& fields, const std::string& body = "abc") {
+    return "HTTP/1.1 200 OK\r\n" + fields + "\r\nContent-Length: " + std::to_string(body.size()) +
+           "\r\n\r\n" + body;
+}
+
 const Arrival kArrivals[] = {
     {"OneByte", Says(Whole("a")), "a"},
     {"OneChunk", Says(Whole(BodyOf(1024))), BodyOf(1024)},
@@ -174,6 +191,36 @@ const Arrival kArrivals[] = {
      "abcdef"},
     {"ThenMoreThanAnnounced", Says(HeadFor(3) + "abcdef"), "abc"},
     {"ByAServerThatStaysThere", SaysAndStalls(Whole("abc")), "abc"},
+    {"BehindAThousandInterimAnswers", Says(Repeated(kEarlyHints, 1000) + Whole("abc")), "abc"},
+    {"ThenAReset", SaysAndResets(Whole("abc")), "abc"},
+    {"ThenAnotherAnswer", SaysAndStalls(Whole("abc") + Whole("evil")), "abc"},
+    {"CompressedWithoutBeingAsked", Says(With("Content-Encoding: gzip", "\x1F\x8B\x08 packed")),
+     "\x1F\x8B\x08 packed"},
+    {"UnderAnotherName", Says(With("Content-Disposition: attachment; filename=\"../../evil.wav\"")),
+     "abc"},
+    {"OfAnotherKind", Says(With("Content-Type: text/html; charset=utf-7\r\nContent-Location: /x")),
+     "abc"},
+    {"WithAChallengeThatIsNone", Says(With("WWW-Authenticate: Basic\r\nProxy-Authenticate: NTLM")),
+     "abc"},
+    {"WithAWishToMove", Says(With("Location: http://127.0.0.1:1/\r\nRefresh: 0; url=file:///")),
+     "abc"},
+    {"WithAWishToChangeTheProtocol",
+     Says(With("Upgrade: h2c, websocket\r\nAlt-Svc: h3=\":1\"\r\nConnection: Upgrade")), "abc"},
+    {"WithHighBytesInTheHeader", Says(With("X-\xC4rger: \xFF\xFE\x80")), "abc"},
+    {"WithAFoldedField", Says(With("X: a\r\n b\r\n\tc")), "abc"},
+    {"WithALongField", Says(With("X: " + std::string(60'000, 'x'))), "abc"},
+    {"WithTwoLengthsThatAreTheSame", Says(With("Content-Length: 3")), "abc"},
+    {"OfAnotherRange",
+     Says("HTTP/1.1 206 Partial Content\r\nContent-Range: bytes 100-102/200\r\n"
+          "Content-Length: 3\r\n\r\nabc"),
+     "abc"},
+    {"InChunksOfOneByte",
+     Says(ChunkedHead("Content-Length: 500\r\n") + Repeated(ChunkOf("x"), 500) + ChunkOf("")),
+     std::string(500, 'x')},
+    {"InChunksWithRemarks",
+     Says(ChunkedHead("Content-Length: 3\r\n") + "3;name=\"" + std::string(5000, 'x') +
+          "\"\r\nabc\r\n" + ChunkOf("")),
+     "abc"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Download, Arrivals, testing::ValuesIn(kArrivals),
@@ -196,6 +243,15 @@ const Arrival kNothingAnnounced[] = {
     {"ALengthOfNothing", Says(HeadFor(0)), ""},
     {"Chunked", Says(ChunkedHead() + ChunkOf("abc") + ChunkOf("")), ""},
     {"UnderPartialContent", Says("HTTP/1.1 206 Partial Content\r\n\r\nabc"), ""},
+    {"ANegativeLength", Says("HTTP/1.1 200 OK\r\nContent-Length: -1\r\n\r\nabc"), ""},
+    {"ALengthOfLetters", Says("HTTP/1.1 200 OK\r\nContent-Length: lots\r\n\r\nabc"), ""},
+    {"ChunksWithoutEnd", PoursBehind(ChunkedHead(), ChunkOf(BodyOf(4096))), ""},
+    {"AChunkOf40Digits", Says(ChunkedHead() + std::string(40, 'f') + "\r\nabc"), ""},
+    {"AHeaderWithoutEnd",
+     PoursBehind("HTTP/1.1 200 OK\r\n", "X: " + std::string(1000, 'x') + "\r\n"), ""},
+    {"AFieldOfTenMegabytes",
+     Says("HTTP/1.1 200 OK\r\nX: " + std::string(10'000'000, 'x') + "\r\n\r\n"), ""},
+    {"ANulInTheHeader", Says("HTTP/1.1 200 OK\r\nX: \0\r\nContent-Length: 3\r\n\r\nabc"s), ""},
 };
 
 INSTANTIATE_TEST_SUITE_P(Download, NothingAnnounced, testing::ValuesIn(kNothingAnnounced),
@@ -279,6 +335,43 @@ const Refusal kRefusals[] = {
      "Cannot establish connection."},
     {"NotAByte", Says(""), "Cannot establish connection."},
     {"AResetBeforeTheAnswer", SaysAndResets(""), "Cannot establish connection."},
+    {"NoContentThatHasSome", Says("HTTP/1.1 204 No Content\r\nContent-Length: 3\r\n\r\nabc"),
+     "Nothing to download!"},
+    {"ResetContentThatHasSome", Says("HTTP/1.1 205 Reset Content\r\nContent-Length: 3\r\n\r\nabc"),
+     kOther + "HTTP/1.1 205 Reset Content\r"},
+    {"NotModifiedThatHasSome", Says("HTTP/1.1 304 Not Modified\r\nContent-Length: 3\r\n\r\nabc"),
+     kOther + "HTTP/1.1 304 Not Modified\r"},
+    {"RangeNotSatisfiableThatHasSome",
+     Says("HTTP/1.1 416 No Range\r\nContent-Range: bytes */3\r\nContent-Length: 3\r\n\r\nabc"),
+     kOther + "HTTP/1.1 416 No Range\r"},
+    {"ManyChoices", Says("HTTP/1.1 300 Choose\r\nContent-Length: 3\r\n\r\nabc"),
+     kOther + "HTTP/1.1 300 Choose\r"},
+    {"UnauthorizedWithoutEnd",
+     PoursBehind("HTTP/1.1 401 No\r\nWWW-Authenticate: Negotiate\r\n\r\n", BodyOf(4096)),
+     "Authorization failed!"},
+    {"AProxysChallenge",
+     Says("HTTP/1.1 407 Who\r\nProxy-Authenticate: Digest realm=\"x\", nonce=\"y\"\r\n\r\n"),
+     kOther + "HTTP/1.1 407 Who\r"},
+    {"AStatusOfFiveDigits", Says("HTTP/1.1 99999 Huge\r\n\r\n"), "Cannot establish connection."},
+    {"AStatusOfZero", Says("HTTP/1.1 000 Nothing\r\n\r\n"), "Cannot establish connection."},
+    {"ANegativeStatus", Says("HTTP/1.1 -20 Less\r\n\r\n"), "Cannot establish connection."},
+    {"AnUnknownVersion", Says("HTTP/9.9 200 OK\r\nContent-Length: 3\r\n\r\nabc"),
+     "Cannot establish connection."},
+    {"AnOldestVersion", Says("HTTP/0.9 200 OK\r\nContent-Length: 3\r\n\r\nabc"),
+     "Cannot establish connection."},
+    {"LineEndsBeforeTheAnswer", Says("\r\n\r\n" + Whole("abc")), "Cannot establish connection."},
+    {"AByteOrderMarkBeforeTheAnswer", Says("\xEF\xBB\xBF" + Whole("abc")),
+     "Cannot establish connection."},
+    {"TheHelloOfTls", Says("\x16\x03\x03\x00\x7A\x02\x00\x00\x76\x03\x03"s + BodyOf(111)),
+     "Cannot establish connection."},
+    {"AFirstLineWithoutEnd", PoursBehind("HTTP/1.1 200 ", std::string(4096, 'x')),
+     "Cannot establish connection."},
+    {"InterimAnswersWithoutEnd", PoursBehind("", kEarlyHints),
+     kOther + "HTTP/1.1 103 Early Hints\r"},
+    {"ARedirectionToNowhere", Says("HTTP/1.1 302 Found\r\nContent-Length: 0\r\n\r\n"),
+     kOther + "HTTP/1.1 302 Found\r"},
+    {"ARedirectionToAnAddressThatIsNone", Says(Redirection("http://[/")),
+     "Cannot establish connection."},
 };
 
 INSTANTIATE_TEST_SUITE_P(Download, Refusals, testing::ValuesIn(kRefusals),
@@ -289,6 +382,12 @@ TEST_F(DownloadWindow, WithoutAServerTellsThatNoneIsThere) {
     Fetch("rain.wav");
     EXPECT_EQ(CloseBox(), ErrorBox("Cannot establish connection."));
     EXPECT_TRUE(AllClose());
+}
+
+// So many zeros, packed a thousandfold. The transfer unpacks them although nobody has asked for it.
+std::string Deflated(qsizetype zeros) {
+    constexpr qsizetype kLength = 4; // before what is packed
+    return qCompress(QByteArray(zeros, '\0')).sliced(kLength).toStdString();
 }
 
 struct Shortage {
@@ -325,16 +424,36 @@ const Shortage kShortages[] = {
      Says(ChunkedHead("Content-Length: 6\r\n") + ChunkOf("abcdefgh") + ChunkOf(""))},
     {"FarMoreInChunksThanAnnounced",
      Says(ChunkedHead("Content-Length: 1\r\n") + ChunkOf(BodyOf(5000)) + ChunkOf(""))},
+    {"AChunkOf40Digits", Says(ChunkedHead("Content-Length: 6\r\n") + ChunkOf("abc") +
+                              std::string(40, 'f') + "\r\nabc")},
+    {"ANegativeChunk", Says(ChunkedHead("Content-Length: 6\r\n") + "-3\r\nabc\r\n")},
+    {"TheHeaderAgainForAChunk", Says(ChunkedHead("Content-Length: 6\r\n") + Whole("abcdef"))},
+    {"ATrailerWithoutEnd",
+     PoursBehind(ChunkedHead("Content-Length: 6\r\n") + ChunkOf("abc") + "0\r\n",
+                 "X: " + std::string(1000, 'x') + "\r\n")},
+    {"ATrailersLineWithoutEnd",
+     PoursBehind(ChunkedHead("Content-Length: 6\r\n") + ChunkOf("abc") + "0\r\nX: ",
+                 std::string(4096, 'x'))},
+    {"FarMoreUnpackedThanAnnounced",
+     Says("HTTP/1.1 200 OK\r\nTransfer-Encoding: deflate\r\nContent-Length: 6\r\n\r\n" +
+          Deflated(5'000'000))},
+    {"AHeaderWithoutEndBehindItsLength", PoursBehind("HTTP/1.1 200 OK\r\nContent-Length: 6\r\n",
+                                                     "X: " + std::string(1000, 'x') + "\r\n")},
 };
 
 INSTANTIATE_TEST_SUITE_P(Download, Shortages, testing::ValuesIn(kShortages),
                          [](const auto& row) { return row.param.Name; });
 
+class CutAnswers : public DownloadWindow,
+                   public testing::WithParamInterface<HttpServer::Answer (*)(const std::string&)> {
+};
+
 // Wherever an answer is cut off, the file is whole or not there, and the window goes.
-TEST_F(DownloadWindow, KeepsNoPartOfAnAnswerThatIsCutOff) {
+TEST_P(CutAnswers, LeaveNoPart) {
     const std::string answer = Whole("abcd");
     for (std::size_t length = 0; length <= answer.size(); ++length) {
-        FetchFrom(Says(answer.substr(0, length)));
+        std::filesystem::remove(Sounds() / "rain.wav");
+        FetchFrom(GetParam()(answer.substr(0, length)));
         const bool hasStatus = length >= answer.find("\r\n") + 2;
         bool toldOfNobody = false;
         EXPECT_TRUE(WaitFor([&] {
@@ -347,6 +466,9 @@ TEST_F(DownloadWindow, KeepsNoPartOfAnAnswerThatIsCutOff) {
             << length;
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(Download, CutAnswers, testing::Values(Says, SaysAndResets),
+                         [](const auto& row) { return row.index == 0 ? "ByAClose" : "ByAReset"; });
 
 TEST_F(DownloadWindow, LeavesAnOldFileAloneUntilTheNewOneIsWhole) {
     std::ofstream(Sounds() / "rain.wav") << "old";
@@ -375,6 +497,40 @@ TEST_F(DownloadWindow, FollowsFiveRedirections) {
     EXPECT_EQ(Kept(), (Files{{"0", "abc"}}));
 }
 
+TEST_F(DownloadWindow, KeepsItsNameWhereverItIsRedirectedTo) {
+    HttpServer other;
+    other.Otherwise = Says(Whole("abc"));
+    Web.Answers["/rain.wav"] = Says(Redirection("/../../%2e%2e/etc/evil.wav"));
+    Web.Otherwise = Says(Redirection(other.Address("/..%5c..%5cevil.wav?/../evil.mid")));
+    Fetch("rain.wav");
+    EXPECT_TRUE(AllClose());
+    EXPECT_EQ(other.Requests.size(), 1u);
+    EXPECT_EQ(
+        forms::FilesIn(Folder.Path),
+        (Files{{"Testmere", ""}, {"Testmere/sounds", ""}, {"Testmere/sounds/rain.wav", "abc"}}));
+}
+
+TEST_F(DownloadWindow, KeepsNoCookies) {
+    Web.Otherwise = Says(With("Set-Cookie: id=1; Path=/; Max-Age=99999\r\nSet-Cookie2: a=b"));
+    for (const char* name : {"rain.wav", "thunder.wav"}) {
+        Fetch(name);
+        EXPECT_TRUE(AllClose());
+    }
+    ASSERT_EQ(Web.Requests.size(), 2u);
+    EXPECT_EQ(Web.Requests[1].find("ookie"), std::string::npos);
+}
+
+// A server that answers before it is asked.
+TEST_F(DownloadWindow, TakesNothingThatWasSentForAnotherFile) {
+    Web.Answers["/rain.wav"] = SaysAndStalls(Whole("abc") + Whole("evil"));
+    Web.Answers["/thunder.wav"] = SaysAndStalls(Whole("thunder"));
+    Fetch("rain.wav");
+    EXPECT_TRUE(AllClose());
+    Fetch("thunder.wav");
+    EXPECT_TRUE(AllClose());
+    EXPECT_EQ(Kept(), (Files{{"rain.wav", "abc"}, {"thunder.wav", "thunder"}}));
+}
+
 // A server that moves a file says so with a page.
 TEST_F(DownloadWindow, FollowsARedirectionThatHasAPage) {
     Web.Answers["/rain.wav"] = Says("HTTP/1.1 301 Moved Permanently\r\nLocation: /new.wav\r\n"
@@ -401,8 +557,8 @@ TEST_P(TooLarge, IsGivenUpWithANotice) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Download, TooLarge,
-                         testing::Values("67108865", "9223372036854775807",
-                                         "99999999999999999999999"),
+                         testing::Values("67108865", "9223372036854775807", "9223372036854775808",
+                                         "18446744073709551617", "99999999999999999999999"),
                          [](const auto& row) { return "Announced" + std::string(row.param); });
 
 TEST_F(DownloadWindow, OfAnEndlessBodyIsGivenUpAtItsLimit) {

@@ -24,6 +24,15 @@ std::string Redirect(const std::string& address) {
     return "HTTP/1.1 302 Found\r\nLocation: " + address + "\r\nContent-Length: 0\r\n\r\n";
 }
 
+std::string Repeated(const std::string& text, int times) {
+    std::string all;
+    for (int i = 0; i < times; ++i)
+        all += text;
+    return all;
+}
+
+const std::string kEarlyHints = "HTTP/1.1 103 Early Hints\r\n\r\n";
+
 struct Row {
     const char* Name;
     std::string Answer;
@@ -66,6 +75,30 @@ const Row kAnswers[] = {
     {"TheLargestBody", Ok(std::string(64 * 1024, '1')), std::string(64 * 1024, '1')},
     {"OneByteMore", Ok(std::string(64 * 1024 + 1, '1')), kNothing},
     {"AMegabyte", Ok(std::string(1024 * 1024, '1')), kNothing},
+    {"AThousandInterimAnswers", Repeated(kEarlyHints, 1000) + Ok("1.3"), "1.3"},
+    {"AMillionInterimAnswers", Repeated(kEarlyHints, 1'000'000), kNothing},
+    {"AnInterimAnswerAlone", kEarlyHints, kNothing},
+    {"NoContentThatHasSome", "HTTP/1.1 204 No Content\r\nContent-Length: 3\r\n\r\n9.9", ""},
+    {"RangeNotSatisfiable", "HTTP/1.1 416 No Range\r\nContent-Length: 3\r\n\r\n9.9", kNothing},
+    {"AnotherPartThanAll", "HTTP/1.1 206 Partial\r\nContent-Length: 3\r\n\r\n1.3", "1.3"},
+    {"AStatusOfFiveDigits", "HTTP/1.1 99999 Huge\r\n\r\n9.9", kNothing},
+    {"AnUnknownVersion", "HTTP/9.9 200 OK\r\nContent-Length: 3\r\n\r\n9.9", kNothing},
+    {"AnOldestVersion", "HTTP/0.9 200 OK\r\nContent-Length: 3\r\n\r\n9.9", kNothing},
+    {"LineEndsBeforeTheAnswer", "\r\n\r\n" + Ok("9.9"), kNothing},
+    {"TheHelloOfTls", std::string("\x16\x03\x03\x00\x7A\x02\x00\x00\x76\x03\x03", 11), kNothing},
+    {"ALengthOf2To63", "HTTP/1.1 200 OK\r\nContent-Length: 9223372036854775808\r\n\r\n9.9", "9.9"},
+    {"ALengthBeyondTheLargest", "HTTP/1.1 200 OK\r\nContent-Length: 67108865\r\n\r\n9.9", kNothing},
+    {"AChunkOf40Digits",
+     "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n" + std::string(40, 'f') + "\r\n9.9",
+     kNothing},
+    {"AChallenge", "HTTP/1.1 401 No\r\nWWW-Authenticate: Basic\r\nContent-Length: 3\r\n\r\n9.9",
+     kNothing},
+    {"CompressedWithoutBeingAsked",
+     "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\nContent-Length: 3\r\n\r\n1.3", "1.3"},
+    {"HighBytesInTheHeader",
+     "HTTP/1.1 200 \xC4rger\r\nX-\xC4: \xFF\r\nContent-Length: 3\r\n\r\n1.3", "1.3"},
+    {"AHeaderOfTenMegabytes", "HTTP/1.1 200 OK\r\n" + Repeated("X: 1234567890\r\n", 700'000),
+     kNothing},
     {"AMegabyteThatWasNotAnnounced", "HTTP/1.0 200 OK\r\n\r\n" + std::string(1024 * 1024, '1'),
      kNothing},
 };
