@@ -8,8 +8,10 @@
 
 #include <SDL_log.h>
 #include <SDL_mixer.h>
+#include <algorithm>
 #include <csignal>
 #include <ostream>
+#include <random>
 
 namespace mw {
 namespace {
@@ -320,6 +322,38 @@ TEST_F(SoundTest, GoesOnBehindFilesThatCantBePlayed) {
     ASSERT_EQ(soundings.size(), 2u);
     EXPECT_NEAR(soundings[0].Hertz, 440, 20);
     EXPECT_NEAR(soundings[1].Hertz, 220, 20);
+}
+
+// Bytes changed, taken out and put in, anywhere but in the name of the format.
+std::string Damaged(std::string bytes, unsigned seed) {
+    constexpr std::size_t kName = 4;
+    std::minstd_rand random(seed);
+    for (std::size_t hits = 1 + random() % 6; hits > 0; --hits) {
+        const std::size_t at = kName + random() % std::min<std::size_t>(bytes.size() - kName, 80);
+        if (random() % 3 > 0)
+            bytes[at] = static_cast<char>(random());
+        else if (random() % 2 > 0)
+            bytes.erase(at, random() % 8);
+        else
+            bytes.insert(at, random() % 8, static_cast<char>(random()));
+    }
+    return bytes;
+}
+
+TEST_F(SoundTest, GoesOnBehindFilesWithRandomDamage) {
+    for (unsigned seed = 1; seed <= 12; ++seed) {
+        Keep("damaged.wav", Damaged(Tone(440, 0.01), seed));
+        Keep("damaged.mid", Damaged(Tune(kA4, 0.1), seed));
+        Play("damaged.wav", 0, -1); // at once
+        PlayTune("damaged.mid");
+        midiPlayer::Stop();
+    }
+    Keep("rain.wav", Tone(1200, kShort));
+    Play("rain.wav", 0, -1);
+    EXPECT_TRUE(IsOver());
+    const auto soundings = Heard().Soundings();
+    ASSERT_FALSE(soundings.empty());
+    EXPECT_NEAR(soundings.back().Hertz, 1200, 40);
 }
 
 TEST_F(SoundTest, OfAFileThatIsCutOffIsWhatIsThere) {
