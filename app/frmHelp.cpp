@@ -43,7 +43,7 @@ frmHelp::frmHelp() : Pages(new QTextBrowser) {
     column->setSpacing(0);
     column->addLayout(buttons);
     column->addWidget(Pages, 1);
-    resize(720, 560);
+    resize(860, 640); // a picture of the manual is up to 800 wide
     Pages->setSource(kContents);
     Pages->setFocus();
 }
