@@ -8,7 +8,7 @@ TEST_ENV := LANG=C.UTF-8 QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=1 \
 # Of each fuzz target.
 FUZZ_SECONDS := 60
 
-.PHONY: run test tour bench instructions oracles fuzz setup release sanitized clean
+.PHONY: run test tour pictures bench instructions oracles fuzz setup release sanitized clean
 
 # The demo world and the client connected to it; without a display, the tour.
 run: release
@@ -23,6 +23,10 @@ test: sanitized release
 # A first visit on a virtual display: build/tour/index.html with its pictures.
 tour: release
 	scripts/tour $(RELEASE)
+
+# The manual's pictures anew, in docs/manual.
+pictures: release
+	scripts/pictures $(RELEASE)
 
 # One table of the modules and of the whole program against their bars, also kept in
 # bench/history.md.
