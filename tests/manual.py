@@ -13,6 +13,7 @@ import sys
 
 WIDEST = 800         # pixels of a picture: what the help window shows without a bar
 LARGEST = 40 * 1024  # bytes of a picture
+STYLE = '<link rel="stylesheet" type="text/css" href="manual.css">'  # the help window wants the type
 LEAST_CONTRAST = 3   # WCAG 2.1, for large text
 
 
@@ -30,6 +31,8 @@ def faults_of_links(folder):
     while left:
         name = left.pop()
         page = (folder / name).read_text()
+        if name.endswith(".html") and STYLE not in page:
+            yield f"{name}: has not {STYLE}"
         for link in links(page):
             target, _, anchor = link.partition("#")
             target = target or name

@@ -11,6 +11,8 @@
 #include <QDirIterator>
 #include <QLabel>
 #include <QRegularExpression>
+#include <QScrollBar>
+#include <QTextTable>
 
 namespace mw {
 namespace {
@@ -135,6 +137,33 @@ TEST_F(HelpWindow, ShowsEveryPageWithText) {
         EXPECT_GT(Help->Pages->toPlainText().size(), 100) << page.fileName().toStdString();
         EXPECT_EQ(Help->Pages->source(), page);
     }
+}
+
+TEST_F(HelpWindow, ShowsEveryPageInItsWidth) {
+    Open();
+    for (const QUrl& page : Pages()) {
+        Help->Pages->setSource(page);
+        EXPECT_EQ(Help->Pages->horizontalScrollBar()->maximum(), 0)
+            << page.fileName().toStdString();
+    }
+}
+
+TEST_F(HelpWindow, KeepsTheColumnsOfTablesApart) {
+    Open();
+    int tables = 0;
+    for (const QUrl& page : Pages()) {
+        Help->Pages->setSource(page);
+        for (QTextFrame* const frame : Help->Pages->document()->rootFrame()->childFrames()) {
+            const auto* const table = qobject_cast<QTextTable*>(frame);
+            if (table == nullptr)
+                continue;
+            const QTextTableCellFormat cell = table->cellAt(0, 0).format().toTableCellFormat();
+            EXPECT_GE(cell.leftPadding(), 4) << page.fileName().toStdString();
+            EXPECT_GE(cell.rightPadding(), 4) << page.fileName().toStdString();
+            ++tables;
+        }
+    }
+    EXPECT_GT(tables, 10);
 }
 
 TEST_F(HelpWindow, GoesBackAndForwardOverTheLinksThatWereFollowed) {
