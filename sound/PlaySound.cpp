@@ -1,5 +1,6 @@
 #include "sound/PlaySound.h"
 
+#include "base/Notice.h"
 #include "config/FileHandler.h"
 #include "config/MudList.h"
 #include "net/http/DownLoad.h"
@@ -55,6 +56,32 @@ void QueueWave(const std::filesystem::path& path, std::int32_t volume) {
     cboWavPlayer.push_back(path);
     cboWavVolume.push_back(std::to_string(volume));
     SetEnabled(SoundTimer::wavTimer, true);
+}
+
+// DownLoad refuses one more by itself then, for less than a look into a folder.
+bool TooManyAreUnderWay() {
+    return DownloadTable.size() >= kMostDownloads &&
+           std::all_of(DownloadTable.begin(), DownloadTable.end(),
+                       [](const DownloadSlot& slot) { return slot.Busy != 0; });
+}
+
+bool IsFull(const std::filesystem::path& folder) {
+    if (folder == FullFolder)
+        return true;
+    std::size_t files = 0;
+    std::uintmax_t bytes = 0;
+    std::error_code failure; // a folder that can't be read is taken for an empty one
+    for (std::filesystem::directory_iterator file(folder, failure), end; file != end;
+         file.increment(failure)) {
+        std::error_code isNoFile;
+        const std::uintmax_t size = file->file_size(isNoFile);
+        bytes += isNoFile ? 0 : size;
+        ++files;
+    }
+    if (files < kMostSounds && bytes < kLargestSounds)
+        return false;
+    FullFolder = folder;
+    return true;
 }
 
 } // namespace
@@ -113,7 +140,11 @@ void midiTimer_Timer() {
 
 void FetchSound(const std::string& address) {
     const std::string name = address.substr(address.rfind('/') + 1);
-    if (!FolderIsTaken && IsFileName(name) && IsNameBelow(name))
+    if (FolderIsTaken || !IsFileName(name) || !IsNameBelow(name))
+        return;
+    if (!TooManyAreUnderWay() && IsFull(SoundPath(name).parent_path()))
+        ShowNotice("Not downloaded, because the game has too many sounds already: " + address);
+    else
         FetchFile(address, SoundPath(name));
 }
 
@@ -140,6 +171,7 @@ void ResetPlaySound() {
     cboMidiVolume.clear();
     PlayingPriority = 0;
     LastRequestedDownload.clear();
+    FullFolder.clear();
 }
 
 } // namespace mw

@@ -20,8 +20,13 @@ inline std::deque<std::string> cboMidiVolume;
 
 inline constexpr std::size_t kMostWaitingWaves = 256;
 
+// A game whose sounds folder holds as much gets no more: a server can name files without end.
+inline constexpr std::size_t kMostSounds = 1000;
+inline constexpr std::uintmax_t kLargestSounds = 512 * 1024 * 1024; // bytes of all together
+
 inline std::int16_t PlayingPriority = 0; // meant: stays 0, whatever plays
 inline std::string LastRequestedDownload;
+inline std::filesystem::path FullFolder; // of sounds, found last; it is not looked into again
 
 // Plays a wave sound of the current game, or queues it behind the one that plays. Does nothing when
 // the game's waves are switched off. A file that is not there is fetched from address, when there
@@ -43,7 +48,8 @@ void wavTimer_Timer();
 // fills the queue of music.
 void midiTimer_Timer();
 
-// Starts a download into the current game's sounds, under the name that follows the last "/".
+// Starts a download into the current game's sounds, under the name that follows the last "/". Not
+// done, with a notice, when the game has too many.
 void FetchSound(const std::string& address);
 
 // http or https, with a host and something behind it.

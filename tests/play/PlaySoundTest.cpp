@@ -1,6 +1,7 @@
 #include "sound/PlaySound.h"
 
 #include "base/Error.h"
+#include "base/Notice.h"
 #include "config/FreshFolder.h"
 #include "config/MudList.h"
 #include "fakes/Fakes.h"
@@ -547,6 +548,75 @@ TEST_F(Playing, FetchesNothingItIsAskedForIntoAFolderThatAnotherClientHas) {
     FolderIsTaken = true;
     FetchSound(kAddress);
     EXPECT_TRUE(NothingHappened());
+}
+
+// How much a game may have.
+
+class FullGame : public Playing {
+protected:
+    // Makes a sound that large.
+    void Keep(const std::string& name, std::uintmax_t bytes) const {
+        Folder.MakeFile(fs::path("Realm/sounds") / name);
+        fs::resize_file(SoundFile(name), bytes);
+    }
+
+    static constexpr const char* kNotice =
+        "Not downloaded, because the game has too many sounds already: http://h/rain.wav";
+};
+
+TEST_F(FullGame, IsOneWithAThousandSounds) {
+    for (int i = 1; i < 1000; ++i)
+        Folder.MakeFile("Realm/sounds/" + std::to_string(i) + ".wav");
+    FetchSound(kAddress);
+    EXPECT_EQ(Requested(), Texts{kAddress});
+    EXPECT_EQ(Notice, "");
+    Folder.MakeFile("Realm/sounds/1000.wav");
+    FetchSound(kAddress);
+    EXPECT_EQ(Requested(), Texts{kAddress});
+    EXPECT_EQ(Notice, kNotice);
+}
+
+TEST_F(FullGame, IsOneWithHalfAGibibyteOfThem) {
+    Keep("a.wav", kLargestSounds - 2);
+    Keep("b.wav", 1);
+    FetchSound(kAddress);
+    EXPECT_EQ(Requested(), Texts{kAddress});
+    Keep("b.wav", 2);
+    FetchSound(kAddress);
+    EXPECT_EQ(Requested(), Texts{kAddress});
+    EXPECT_EQ(Notice, kNotice);
+}
+
+TEST_F(FullGame, PlaysWhatItHasAndFillsNoOther) {
+    Keep("a.wav", kLargestSounds);
+    PlayWave("gone.wav", kAddress, 0, 0);
+    EXPECT_TRUE(fakes::Transfers.empty());
+    PlayWave("a.wav", "", 0, 0);
+    EXPECT_EQ(fakes::WaveFile, SoundFile("a.wav"));
+    CurrentMud = 0;
+    MakeGameFolders("Home");
+    FetchSound(kAddress);
+    EXPECT_EQ(Requested(), Texts{kAddress});
+}
+
+TEST_F(FullGame, IsNotLookedIntoAgain) {
+    Keep("a.wav", kLargestSounds);
+    FetchSound(kAddress);
+    Keep("a.wav", 0);
+    FetchSound(kAddress);
+    EXPECT_EQ(Requested(), Texts{});
+    ResetPlaySound(); // as a new start of the client
+    FetchSound(kAddress);
+    EXPECT_EQ(Requested(), Texts{kAddress});
+}
+
+TEST_F(FullGame, IsNotLookedForWhileTooManyAreUnderWay) {
+    for (std::size_t i = 0; i < kMostDownloads; ++i)
+        FetchSound("http://h/" + std::to_string(i) + ".wav");
+    Keep("a.wav", kLargestSounds);
+    FetchSound(kAddress);
+    EXPECT_EQ(Notice, "Not downloaded, because too many are under way: " + kAddress);
+    EXPECT_EQ(FullFolder, "");
 }
 
 // Volumes.
