@@ -22,6 +22,8 @@ namespace {
 constexpr int kSaltWords = 4; // of 32 bits
 constexpr int kHashBytes = 32;
 constexpr int kMostKept = 1000000; // of any number that is kept
+constexpr qint64 kLargestBook = qint64{4} * 1024 * 1024;
+constexpr std::size_t kLongestName = 16;
 
 QByteArray BytesOf(std::string_view text) {
     return {text.data(), static_cast<qsizetype>(text.size())};
@@ -134,7 +136,10 @@ Book LoadBook(const std::string& path) {
         return {};
     if (!file.open(QFile::ReadOnly))
         throw std::runtime_error(file.errorString().toStdString());
-    return ParseBook(file.readAll().toStdString());
+    const QByteArray text = file.read(kLargestBook + 1);
+    if (text.size() > kLargestBook)
+        throw std::runtime_error("it is too large");
+    return ParseBook(text.toStdString());
 }
 
 bool SaveBook(const std::string& path, const Book& book) {
@@ -153,7 +158,7 @@ bool SaveBook(const std::string& path, const Book& book) {
 std::string ProperName(std::string_view typed) {
     std::string name = Lower(Clean(typed));
     const bool letters = std::ranges::all_of(name, [](char c) { return c >= 'a' && c <= 'z'; });
-    if (!letters || name.size() < 2 || name.size() > 16)
+    if (!letters || name.size() < 2 || name.size() > kLongestName)
         return {};
     name[0] = static_cast<char>(name[0] - 'a' + 'A');
     return name;

@@ -45,7 +45,7 @@ Book ParseBook(const std::string& text);
 std::string FormatBook(const Book& book);
 
 // An empty book when there is no file. Throws std::runtime_error when there is one that can't be
-// read.
+// read or is larger than any book of ours.
 Book LoadBook(const std::string& path);
 
 // Writes the whole book beside the file and then over it, with its folder when that is missing.

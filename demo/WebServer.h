@@ -20,12 +20,13 @@ class QTimer;
 namespace world {
 
 inline constexpr std::size_t MaxWebClients = 64;
+inline constexpr std::chrono::seconds MaxPatience{5};
 
 // Its end is that of every connection.
 class WebServer {
 public:
     // Patience is the time a client has to send its head, and again to take its answer.
-    explicit WebServer(Pages served, std::chrono::milliseconds granted = std::chrono::seconds(5));
+    explicit WebServer(Pages served, std::chrono::milliseconds granted = MaxPatience);
 
     // Begins to listen on 127.0.0.1; port 0 is any free one. False, with nothing begun, when the
     // port is taken.

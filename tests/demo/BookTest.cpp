@@ -243,6 +243,17 @@ TEST(WorldBook, ThatCannotBeReadIsNotTakenForAnEmptyOne) {
     }
 }
 
+TEST(WorldBook, IsReadUpToFourMebibytesAndNoFurther) {
+    const Folder folder;
+    constexpr std::size_t kMost = 4 * 1024 * 1024;
+    const std::string text = FormatBook({{"Ada", Rich()}});
+    folder.Write("players.json", text + std::string(kMost - text.size(), ' '));
+    EXPECT_EQ(LoadBook(folder.Path("players.json")).size(), 1U);
+    folder.Write("players.json", text + std::string(kMost + 1 - text.size(), ' '));
+    EXPECT_THROW(LoadBook(folder.Path("players.json")), std::runtime_error);
+    EXPECT_THROW(LoadBook("/dev/zero"), std::runtime_error) << "a file without end";
+}
+
 TEST(WorldBook, IsSavedAndLoaded) {
     const Folder folder;
     const Book book = {{"Ada", Rich()}, {"Bob", Rich()}};

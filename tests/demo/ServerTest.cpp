@@ -7,6 +7,7 @@
 #include "Shows.h"
 #include "Visitor.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
 #include <stdexcept>
@@ -312,6 +313,19 @@ TEST_F(WorldServer, OneWhoFloodsAndReadsIsAnsweredToTheLastLine) {
     ASSERT_TRUE(ada.Sees("You say: done"));
 }
 
+// How often "You say: " stands in the message that has most of it; each turn sends one.
+int MostSaidATurn(std::string_view received) {
+    int most = 0;
+    int said = 0;
+    for (std::size_t at = 0; at < received.size(); ++at) {
+        if (received.substr(at).starts_with("\xff\xf9"))
+            said = 0;
+        else if (received.substr(at).starts_with("You say: "))
+            most = std::max(most, ++said);
+    }
+    return most;
+}
+
 TEST_F(WorldServer, OneTurnCarriesOutEightLinesOfAPlayer) {
     Visitor ada(Port());
     ASSERT_TRUE(ada.LogIn("Ada"));
@@ -321,15 +335,22 @@ TEST_F(WorldServer, OneTurnCarriesOutEightLinesOfAPlayer) {
         flood += "say x\r";
     ada.Send(flood + "say done\r");
     ASSERT_TRUE(ada.Sees("You say: done"));
-    std::size_t begin = 0;
-    for (std::size_t end = 0; (end = ada.received.find("\xff\xf9", begin)) != std::string::npos;) {
-        const std::string message = ada.received.substr(begin, end - begin);
-        int said = 0;
-        for (std::size_t at = 0; (at = message.find("You say: ", at)) != std::string::npos; ++at)
-            ++said;
-        EXPECT_LE(said, MaxLinesATurn);
-        begin = end + 2;
-    }
+    EXPECT_EQ(MostSaidATurn(ada.received), MaxLinesATurn);
+}
+
+TEST_F(WorldServer, OneTurnReadsAKibibyteOfAPlayer) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ada.Forget();
+    const std::string line = "say " + std::string(MaxSpeech - 4, 'x') + '\r';
+    std::string flood;
+    for (int i = 0; i < 40; ++i)
+        flood += line;
+    ada.Send(flood + "say done\r");
+    ASSERT_TRUE(ada.Sees("You say: done"));
+    const int fitting = static_cast<int>(MaxRead) / static_cast<int>(line.size()) + 1;
+    EXPECT_LT(fitting, MaxLinesATurn);
+    EXPECT_EQ(MostSaidATurn(ada.received), fitting);
 }
 
 TEST_F(WorldServer, TakesThreeHundredClientsAndTurnsTheNextOneAway) {

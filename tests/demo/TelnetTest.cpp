@@ -206,9 +206,11 @@ TEST(WorldTelnet, ASubnegotiationWithoutEndTakesNoMoreMemory) {
 }
 
 TEST(WorldTelnet, ATerminalNameIsKeptToFortyCharacters) {
-    Telnet telnet;
-    Decode(telnet, "\xff\xfa\0"s + std::string(60, 'T') + "\xff\xf0");
-    EXPECT_EQ(telnet.terminal, std::string(40, 'T'));
+    for (const std::size_t length : {40U, 41U, 60U}) {
+        Telnet telnet;
+        Decode(telnet, "\xff\xfa\0"s + std::string(length, 'T') + "\xff\xf0");
+        EXPECT_EQ(telnet.terminal, std::string(40, 'T')) << length;
+    }
 }
 
 TEST(WorldTelnet, TwoDecodersThatTalkToEachOtherFallSilent) {
