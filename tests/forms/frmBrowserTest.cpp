@@ -651,6 +651,33 @@ TEST_F(Pages, MayShowAMessageAndGoOn) {
     EXPECT_EQ(Closer.Texts.size(), 1u);
 }
 
+TEST_F(Pages, ShowThreeMessagesUntilThePlayerGoesOn) {
+    const std::string storm = "for (let i = 0; i < 9; ++i) { alert('Honk ' + i); confirm('?'); }";
+    ScriptSays(storm + "say('went on ' + confirm('?'));", "went on false");
+    EXPECT_EQ(Closer.Texts, (forms::Boxes{"Honk 0", "?", "Honk 1"}));
+    Closer.Texts.clear();
+    for (const char* const button : {"Refresh", "Home"}) {
+        SCOPED_TRACE(button);
+        Click(button);
+        EXPECT_TRUE(WaitFor([this] { return Closer.Texts.size() >= 3; }));
+        ASSERT_TRUE(Ends("went on false"));
+        EXPECT_EQ(Closer.Texts, (forms::Boxes{"Honk 0", "?", "Honk 1"}));
+        Closer.Texts.clear();
+    }
+}
+
+TEST_F(Pages, ThatLoadThemselvesAnewShowNoMoreMessages) {
+    Serve("/", "Home", Script("alert('Honk'); setTimeout(() => location.reload(), 1);"));
+    Open();
+    EXPECT_TRUE(WasAsked("/", 6));
+    EXPECT_EQ(Closer.Texts, forms::Boxes(3, "Honk"));
+}
+
+TEST_F(Pages, CutTheirMessagesToAThousandCharacters) {
+    ScriptSays("alert('a'.repeat(1000)); alert('b'.repeat(1001)); say('went on');", "went on");
+    EXPECT_EQ(Closer.Texts, (forms::Boxes{std::string(1000, 'a'), std::string(1000, 'b')}));
+}
+
 TEST_F(Pages, ThatShowAMessageDoNotKeepTheWindowOpen) {
     Serve("/", "Home", Script("alert('Honk');"));
     bool isClosed = false;

@@ -1,5 +1,5 @@
 // The page view by Qt WebEngine. Pages come from the web and stay there: no local files, no
-// downloads, no other windows, no permissions, and nothing is kept on the disk.
+// downloads, no other windows, no permissions, few messages, and nothing is kept on the disk.
 #include "ui/qt/PageView.h"
 
 #include <QWebEngineDownloadRequest>
@@ -11,6 +11,11 @@
 namespace mw {
 namespace {
 
+// The client waits behind each message of a page. Counted anew when the player goes somewhere by
+// the window's own controls.
+constexpr int kMostMessages = 3;
+constexpr int kLongestMessage = 1000; // characters
+
 bool IsOfTheWeb(const QUrl& address) {
     return address.scheme() == "http" || address.scheme() == "https";
 }
@@ -18,6 +23,8 @@ bool IsOfTheWeb(const QUrl& address) {
 class Page : public QWebEnginePage {
 public:
     using QWebEnginePage::QWebEnginePage;
+
+    void PlayerGoes() { MessagesLeft = kMostMessages; }
 
 protected:
     bool acceptNavigationRequest(const QUrl& address, NavigationType, bool) override {
@@ -29,49 +36,83 @@ protected:
     }
     void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel, const QString&, int,
                                   const QString&) override {}
+    void javaScriptAlert(const QUrl& origin, const QString& text) override {
+        if (MayShowMessage())
+            QWebEnginePage::javaScriptAlert(origin, text.left(kLongestMessage));
+    }
+    bool javaScriptConfirm(const QUrl& origin, const QString& text) override {
+        return MayShowMessage() &&
+               QWebEnginePage::javaScriptConfirm(origin, text.left(kLongestMessage));
+    }
+    bool javaScriptPrompt(const QUrl& origin, const QString& text, const QString& given,
+                          QString* answer) override {
+        return MayShowMessage() &&
+               QWebEnginePage::javaScriptPrompt(origin, text.left(kLongestMessage),
+                                                given.left(kLongestMessage), answer);
+    }
+
+private:
+    bool MayShowMessage() {
+        if (MessagesLeft == 0)
+            return false;
+        --MessagesLeft;
+        return true;
+    }
+
+    int MessagesLeft = kMostMessages;
 };
 
 class WebEngineView : public QWebEngineView, public PageView {
 public:
     explicit WebEngineView(QWidget* parent)
-        : QWebEngineView(parent), Profile(new QWebEngineProfile(this)) { // off the record
-        auto* const page = new Page(Profile, this);
-        QWebEngineSettings* const settings = page->settings();
+        : QWebEngineView(parent), Profile(new QWebEngineProfile(this)), // off the record
+          Shown(new Page(Profile, this)) {
+        QWebEngineSettings* const settings = Shown->settings();
         settings->setAttribute(QWebEngineSettings::LocalContentCanAccessFileUrls, false);
         settings->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, false);
         settings->setAttribute(QWebEngineSettings::PluginsEnabled, false);
         settings->setAttribute(QWebEngineSettings::FullScreenSupportEnabled, false);
-        setPage(page);
+        setPage(Shown);
         setContextMenuPolicy(Qt::NoContextMenu);
-        connect(page, &QWebEnginePage::featurePermissionRequested, page,
-                [page](const QUrl& origin, QWebEnginePage::Feature feature) {
-                    page->setFeaturePermission(origin, feature,
-                                               QWebEnginePage::PermissionDeniedByUser);
+        connect(Shown, &QWebEnginePage::featurePermissionRequested, Shown,
+                [this](const QUrl& origin, QWebEnginePage::Feature feature) {
+                    Shown->setFeaturePermission(origin, feature,
+                                                QWebEnginePage::PermissionDeniedByUser);
                 });
         connect(Profile, &QWebEngineProfile::downloadRequested, this,
                 [](QWebEngineDownloadRequest* request) { request->cancel(); });
-        connect(page, &QWebEnginePage::loadStarted, this, [this] { IsLoading = true; });
-        connect(page, &QWebEnginePage::loadFinished, this, [this] {
+        connect(Shown, &QWebEnginePage::loadStarted, this, [this] { IsLoading = true; });
+        connect(Shown, &QWebEnginePage::loadFinished, this, [this] {
             IsLoading = false;
             Tell();
         });
-        connect(page, &QWebEnginePage::titleChanged, this, [this] { Tell(); });
+        connect(Shown, &QWebEnginePage::titleChanged, this, [this] { Tell(); });
     }
 
     // The page goes before its profile.
-    ~WebEngineView() override { delete page(); }
+    ~WebEngineView() override { delete Shown; }
 
     QWidget* Widget() override { return this; }
     void Navigate(const QUrl& address) override {
         if (!address.isValid() || !IsOfTheWeb(address) || address.host().isEmpty())
             return;
+        Shown->PlayerGoes();
         IsLoading = true; // told at once, for whoever watches
         load(address);
     }
-    void GoBack() override { back(); }
-    void GoForward() override { forward(); }
+    void GoBack() override {
+        Shown->PlayerGoes();
+        back();
+    }
+    void GoForward() override {
+        Shown->PlayerGoes();
+        forward();
+    }
     void Stop() override { stop(); }
-    void Refresh() override { reload(); }
+    void Refresh() override {
+        Shown->PlayerGoes();
+        reload();
+    }
     bool Busy() const override { return IsLoading; }
     QString LocationName() const override { return title(); }
     QUrl LocationURL() const override { return url(); }
@@ -83,6 +124,7 @@ private:
     }
 
     QWebEngineProfile* Profile;
+    Page* Shown;
     bool IsLoading = false;
 };
 
