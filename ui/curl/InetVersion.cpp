@@ -8,6 +8,7 @@ namespace {
 
 constexpr long kLimitMs = 3000;
 constexpr std::size_t kLargest = 64 * 1024;
+constexpr long kMostRedirections = 5;
 
 // Answers another number than it was given to end the transfer.
 std::size_t KeepBytes(char* bytes, std::size_t, std::size_t count, void* body) {
@@ -32,7 +33,7 @@ std::optional<std::string> inetVersion::OpenURL(const std::string& url) {
     set(CURLOPT_PROTOCOLS_STR, "http,https");
     set(CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
     set(CURLOPT_FOLLOWLOCATION, 1L);
-    set(CURLOPT_MAXREDIRS, 5L);
+    set(CURLOPT_MAXREDIRS, kMostRedirections);
     set(CURLOPT_FAILONERROR, 1L);
     set(CURLOPT_NOSIGNAL, 1L);
     set(CURLOPT_TIMEOUT_MS, kLimitMs);
