@@ -401,6 +401,15 @@ TEST_F(SoundTest, OfMusicIsHeard) {
     EXPECT_EQ(Notice, "");
 }
 
+TEST_F(SoundTest, OfMusicIsHeardFromAFileOfFourMebibytes) {
+    fs::resize_file(Keep("tune.mid", Tune(kA4, 0.3)), 4 * 1024 * 1024);
+    PlayTune("tune.mid");
+    EXPECT_EQ(midiPlayer::State(), PlayState::Playing);
+    EXPECT_EQ(Notice, "");
+    QTest::qWait(300);
+    EXPECT_FALSE(Heard().IsSilent());
+}
+
 TEST_F(SoundTest, OfMusicEndsByItself) {
     Keep("tune.mid", Tune(kA4, 0.1));
     PlayTune("tune.mid");
@@ -499,7 +508,7 @@ const BadFile kBadMusic[] = {
     {"CutInItsHead", Tune(kA4, 0.1).substr(0, 10)},
     {"WithoutItsTrack", Tune(kA4, 0.1).substr(0, 14)},
     {"GarbageBehindItsHead", Tune(kA4, 0.1).substr(0, 14) + std::string(100, '\xAA')},
-    {"FiveMegabytes", Tune(kA4, 0.1), 5 * 1024 * 1024},
+    {"OneByteMoreThanFourMebibytes", Tune(kA4, 0.1), 4 * 1024 * 1024 + 1},
 };
 
 INSTANTIATE_TEST_SUITE_P(Sound, BadMusic, testing::ValuesIn(kBadMusic),

@@ -7,6 +7,7 @@
 #include <ostream>
 #include <set>
 
+#include <QElapsedTimer>
 #include <QSslCertificate>
 #include <QSslConfiguration>
 #include <QSslKey>
@@ -191,6 +192,27 @@ TEST_F(TransferTest, GivesAHeaderOfAlmost64KiB) {
     header += "\r\n";
     GetFrom(Says(header));
     EXPECT_EQ(Header(), header);
+}
+
+// A header of that size, in lines that are not too long for any reader.
+std::string HeaderOf(std::size_t size) {
+    std::string header = "HTTP/1.1 200 OK\r\n";
+    const std::string line = "X-Line: " + std::string(1014, 'x') + "\r\n";
+    while (header.size() + 2 * line.size() < size)
+        header += line;
+    header += "X-Rest: ";
+    return header + std::string(size - header.size() - 4, 'x') + "\r\n\r\n";
+}
+
+TEST_F(TransferTest, GivesAHeaderOf64KiBAndNoneThatIsOneByteLonger) {
+    const std::string header = HeaderOf(64 * 1024);
+    ASSERT_EQ(header.size(), 64u * 1024);
+    GetFrom(Says(header + "abc"));
+    EXPECT_EQ(Header(), header);
+    EXPECT_EQ(Body(), "abc");
+    GetFrom(Says(HeaderOf(64 * 1024 + 1) + "abc"));
+    EXPECT_LT(Header().size(), 64u * 1024) << "what came before it ended";
+    EXPECT_EQ(Body(), "");
 }
 
 TEST_F(TransferTest, GivesNoHeaderBeforeItIsWhole) {
@@ -633,6 +655,48 @@ TEST_F(TransferTest, EndsARedirectionWhosePageNeverDoes) {
     Get("/old.wav");
     EXPECT_NE(Header(), "");
     EXPECT_TRUE(Web.Visits[0]->Leaves());
+}
+
+TEST_F(TransferTest, FollowsARedirectionWithAPageOf64KiBAndNoneWithALongerOne) {
+    for (const std::size_t size : {kKept, kKept + 1}) {
+        Web.Requests.clear();
+        Web.Answers["/old.wav"] = Says(
+            "HTTP/1.1 302 Found\r\nLocation: /new.wav\r\nContent-Length: " + std::to_string(size) +
+            "\r\n\r\n" + BodyOf(size));
+        Web.Answers["/new.wav"] = Says(Whole("abc"));
+        Get("/old.wav");
+        EXPECT_NE(Header(), "");
+        EXPECT_EQ(Body(), size == kKept ? "abc" : "");
+        EXPECT_EQ(Web.Requests.size(), size == kKept ? 2u : 1u);
+    }
+}
+
+// Takes as long as the limit.
+class SilentServer : public TransferTest {};
+
+TEST_F(SilentServer, IsLeftAfterThirtySecondsAndOneThatIsKeptWaitingIsNot) {
+    constexpr std::int32_t kSilent = kFirst;
+    constexpr std::int32_t kStalled = kFirst + 1;
+    constexpr std::int32_t kKeptWaiting = kFirst + 2;
+    Web.Answers["/silent"] = [](forms::Visit&) {};
+    Web.Answers["/stalled"] = SaysAndStalls(HeadFor(3) + "ab");
+    Web.Answers["/fast"] = PoursBehind("HTTP/1.1 200 OK\r\n\r\n", BodyOf(4096));
+    Get("/fast", kKeptWaiting);
+    QTest::qWait(2500); // so that it would be left before the others
+    QElapsedTimer clock;
+    clock.start();
+    Get("/silent", kSilent);
+    Get("/stalled", kStalled);
+    Taken taken;
+    const auto areLeft = [&] {
+        return inet::GetHeader(kSilent).has_value() && Take(kStalled, taken);
+    };
+    EXPECT_TRUE(QTest::qWaitFor(areLeft, 60000));
+    EXPECT_GE(clock.elapsed(), 30000);
+    EXPECT_EQ(Header(kSilent), "");
+    EXPECT_EQ(taken.Body, "ab");
+    EXPECT_TRUE(Web.Visits.front()->IsThere());
+    EXPECT_EQ(Header(kKeptWaiting), "HTTP/1.1 200 OK\r\n\r\n");
 }
 
 class RefusedTargets : public TransferTest, public testing::WithParamInterface<const char*> {};

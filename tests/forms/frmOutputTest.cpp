@@ -5,6 +5,8 @@
 #include "ui/OutputControls.h"
 #include "ui/UserSettings.h"
 
+#include <algorithm>
+
 #include <QClipboard>
 #include <QWheelEvent>
 
@@ -93,6 +95,16 @@ TEST_F(FrmOutputTest, ShowsARunInColourFontAndSize) {
     EXPECT_EQ(FormatAt(3).font().family(), "Helvetica");
     EXPECT_EQ(FormatAt(3).fontPointSize(), 14);
     EXPECT_EQ(Shown(), "redblue");
+}
+
+TEST_F(FrmOutputTest, MoreLooksThanAreHeldReadyAreAllShown) {
+    constexpr int kOneTooMany = 65;
+    constexpr int kAll = 2 * kOneTooMany;
+    const auto red = [](int i) { return std::min(i, kAll - 1 - i); }; // there and back again
+    for (int i = 0; i < kAll; ++i)
+        rtfOutPut::Append("x", Rgb(red(i), 1, 2), "Courier", "10");
+    for (int i = 0; i < kAll; ++i)
+        EXPECT_EQ(FormatAt(i).foreground().color(), QColor(red(i), 1, 2)) << i;
 }
 
 struct Size {
