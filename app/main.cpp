@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QIcon>
 #include <QStandardPaths>
 
 namespace {
@@ -37,6 +38,14 @@ void TakeFolder(const QString& folder) {
         mw::ShowMessage("The client runs already with the folder " + mw::FromQString(folder) +
                         ". You can play here too, but nothing will be saved: games, colours, "
                         "macros, triggers, aliases and sounds stay as they are.");
+}
+
+// In each size that it was drawn for, so that no desktop has to scale it.
+QIcon WindowIcon() {
+    QIcon icon;
+    for (const QString& file : QDir(":/icon").entryList())
+        icon.addFile(":/icon/" + file);
+    return icon;
 }
 
 bool StopIsAsked = false; // perhaps before there is an event loop to leave
@@ -72,7 +81,9 @@ int main(int argc, char* argv[]) {
 
     mw::ConnectAtStart = mw::FromQString(parser.value(connectTo));
 
-    QApplication::setQuitOnLastWindowClosed(false); // the splash comes and goes
+    QApplication::setWindowIcon(WindowIcon());
+    QGuiApplication::setDesktopFileName("quillmere"); // by which others find the icon
+    QApplication::setQuitOnLastWindowClosed(false);   // the splash comes and goes
     mw::OnStopSignal(&app, Stop);
     // The desktop's session ends: what is to be saved is saved before it goes on.
     QObject::connect(&app, &QGuiApplication::commitDataRequest, &app, [] {

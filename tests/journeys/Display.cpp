@@ -116,6 +116,15 @@ Area Display::PlaceOf(const QString& window) const {
     return {value("X"), value("Y"), value("X") + value("WIDTH"), value("Y") + value("HEIGHT")};
 }
 
+QStringList Display::IconsOf(const QString& window) const {
+    bool succeeded = false;
+    const QString drawn = Run("xprop", {"-id", window, "_NET_WM_ICON"}, &succeeded);
+    QStringList sizes = drawn.split("Icon (").mid(1);
+    for (QString& size : sizes)
+        size.truncate(size.indexOf(')'));
+    return sizes;
+}
+
 void Display::ClearClipboard() const {
     bool succeeded = false;
     Run("xclip", {"-i", "-selection", "clipboard", "/dev/null"}, &succeeded);

@@ -69,6 +69,9 @@ struct Display {
     // Where the window stands; an empty area when it is gone.
     Area PlaceOf(const QString& window) const;
 
+    // The sizes of the icons that the window bears: "16 x 16".
+    QStringList IconsOf(const QString& window) const;
+
     // Empties the clipboard, so that what is copied next can be told from what was there.
     void ClearClipboard() const;
 

@@ -43,6 +43,13 @@ TEST_F(Splash, StaysForItsStagesAndItsDots) {
     EXPECT_GE(clock.elapsed(), (5 * 250 + 3 * 500) * 95 / 100) << "less what coarse timers spare";
 }
 
+TEST_F(Splash, GivesWayToAFrameThatBearsTheIcon) {
+    Player.Start();
+    const QStringList windows = Player.Windows(Client::kFrame);
+    EXPECT_EQ(Screen.IconsOf(windows.value(0)).join(", ").toStdString(),
+              "128 x 128, 16 x 16, 22 x 22, 32 x 32, 48 x 48");
+}
+
 struct StopTime {
     const char* Name;
     int AfterMs; // behind the first sight of the splash
