@@ -8,7 +8,7 @@ TEST_ENV := LANG=C.UTF-8 QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=1 \
 # Of each fuzz target.
 FUZZ_SECONDS := 60
 
-.PHONY: run test tour pictures bench instructions oracles fuzz setup release sanitized clean
+.PHONY: run test tour pictures bench instructions oracles fuzz setup release sanitized clean package
 
 # The demo world and the client connected to it; without a display, the tour.
 run: release
@@ -51,6 +51,10 @@ fuzz: setup
 		-DQUILLMERE_SANITIZE=ON -DQUILLMERE_PAGE_VIEW=OFF -DQUILLMERE_FUZZ=ON
 	cmake --build build/fuzz --target fuzz_SoundTrigger fuzz_Downloader
 	scripts/fuzz build/fuzz/fuzz build/corpus $(FUZZ_SECONDS)
+
+# Debian packages, and an archive that runs from its own folder: build/packages.
+package: release
+	scripts/package $(RELEASE) build/packages
 
 release: setup
 	cmake -S . -B $(RELEASE) -G Ninja -DCMAKE_CXX_COMPILER=g++ -DCMAKE_BUILD_TYPE=Release

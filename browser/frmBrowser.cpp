@@ -33,12 +33,13 @@ constexpr int kLeftOfAddressBox = 100; // pixels that stay free beside it
 
 QPointer<frmBrowser> Form; // the one browser window
 
-// Beside the program, or where packages put it; tests say it themselves. Empty when it is nowhere.
+// Beside the program, or where both are installed; tests say it themselves. Empty when it is
+// nowhere.
 QString PluginFile() {
     const QString name = QStringLiteral("libquillmere-pageview.so");
     const QString folder = QCoreApplication::applicationDirPath();
     for (const QString& file : {qEnvironmentVariable("QUILLMERE_PAGE_VIEW"), folder + '/' + name,
-                                folder + "/../lib/quillmere/" + name}) {
+                                folder + "/" QUILLMERE_PAGE_VIEW_FOLDER "/" + name}) {
         if (!file.isEmpty() && QFile::exists(file))
             return file;
     }

@@ -104,7 +104,8 @@ QString Client::SettingsFile() const { return Folder.filePath("config/quillmere/
 
 void Client::Launch(const QStringList& arguments) {
     Seen = 0;
-    StartChild(Process, CLIENT_PROGRAM, QStringList{"--home", Home} + arguments);
+    StartChild(Process, qEnvironmentVariable("QUILLMERE_PROGRAM", CLIENT_PROGRAM),
+               QStringList{"--home", Home} + arguments);
 }
 
 void Client::WaitForSplash() const {

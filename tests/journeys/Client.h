@@ -39,7 +39,7 @@ struct Client {
     void Keep(const KeptPlace& place) const;                 // in its settings
     QString SettingsFile() const;
 
-    // Starts the program in its home folder.
+    // Starts the program in its home folder: what was built, or QUILLMERE_PROGRAM.
     void Launch(const QStringList& arguments = {});
 
     // The splash is there with its coloured title; the frame can be used.

@@ -13,7 +13,7 @@ constexpr const char* kPrompt = "] >";
 
 World::World(const WorldOptions& options) {
     Process.setStandardErrorFile(QProcess::nullDevice());
-    StartChild(Process, WORLD_PROGRAM,
+    StartChild(Process, qEnvironmentVariable("QUILLMERE_WORLD_PROGRAM", WORLD_PROGRAM),
                {"--port", "0", "--round", QString::number(options.RoundMs), "--http-port", "0",
                 "--client-version", options.ClientVersion, "--players",
                 Folder.filePath("players.json")});

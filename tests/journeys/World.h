@@ -14,6 +14,7 @@ struct WorldOptions {
     QString ClientVersion = "1";
 };
 
+// The program is what was built, or QUILLMERE_WORLD_PROGRAM.
 struct World {
     explicit World(const WorldOptions& options = {});
     ~World();
