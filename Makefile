@@ -8,7 +8,8 @@ TEST_ENV := LANG=C.UTF-8 QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=1 \
 # Of each fuzz target.
 FUZZ_SECONDS := 60
 
-.PHONY: run test tour pictures bench instructions oracles fuzz setup release sanitized clean package
+.PHONY: run test tour pictures bench instructions oracles fuzz package \
+	test-package setup release sanitized clean
 
 # The demo world and the client connected to it; without a display, the tour.
 run: release
@@ -55,6 +56,10 @@ fuzz: setup
 # Debian packages, and an archive that runs from its own folder: build/packages.
 package: release
 	scripts/package $(RELEASE) build/packages
+
+# The packages on a fresh Debian: installed, played with, removed. Needs root and the network.
+test-package: package
+	scripts/test-package $(RELEASE) build/packages
 
 release: setup
 	cmake -S . -B $(RELEASE) -G Ninja -DCMAKE_CXX_COMPILER=g++ -DCMAKE_BUILD_TYPE=Release
