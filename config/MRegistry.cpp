@@ -74,7 +74,7 @@ std::string ReadSetting(const std::string& application, const std::string& secti
     RegistryValue value;
     if (QueryValue(opened.Key, name.Key, value) != kSuccess)
         return fallback;
-    // Meant: the type is added, not a system code. A type of any 32 bits wraps around.
+    // Meant: the type is added, not a system code. In 32 bits, as a damaged store has any type.
     if (value.Type != kStringType)
         RaiseNumber(
             static_cast<std::int32_t>(static_cast<std::uint32_t>(kSystemError) + value.Type),

@@ -26,8 +26,8 @@ void WriteSetting(const std::string& application, const std::string& section,
                   const std::string& key, const std::string& value);
 
 // The value kept, or fallback when section or value is not there. Raises the same errors for empty
-// names, kSystemError + code when the section can't be opened, kSystemError + type for a value that
-// is no string.
+// names, kSystemError + code when the section can't be opened, kSystemError + type (in 32 bits,
+// whatever the type) for a value that is no string.
 std::string ReadSetting(const std::string& application, const std::string& section,
                         const std::string& key, const std::string& fallback);
 

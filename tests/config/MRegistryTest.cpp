@@ -121,12 +121,33 @@ TEST_F(Registry, ANumberIsNoStringAndTheErrorCarriesItsTypeOnPurpose) {
     EXPECT_EQ(fakes::OpenKeys, 0);
 }
 
-TEST_F(Registry, ATypeOfAnyNumberWrapsAround) {
-    fakes::Registry["SOFTWARE\\MwClient\\Windows"]["gTop"] = {0x80000000, "1"};
-    EXPECT_EQ(ErrorOf([] { Read("gTop"); }), 264144);
-    fakes::Registry["SOFTWARE\\MwClient\\Windows"]["gTop"] = {0xffffffff, "1"};
-    EXPECT_EQ(ErrorOf([] { Read("gTop"); }), kSystemError - 1);
+struct RefusedType {
+    const char* Name;
+    std::uint32_t Type;
+    std::int32_t Number;
+};
+
+void PrintTo(const RefusedType& row, std::ostream* out) { *out << row.Name; }
+
+class RefusedTypes : public RuleTest, public testing::WithParamInterface<RefusedType> {};
+
+TEST_P(RefusedTypes, AreErrorsWithTheTypeAddedIn32Bits) {
+    const RefusedType& row = GetParam();
+    fakes::Registry["SOFTWARE\\MwClient\\Windows"]["gTop"] = {row.Type, "x"};
+    EXPECT_EQ(RaisedBy([] { Read("gTop"); }),
+              (Error{row.Number, "MRegistry", "Registry data not a string"}));
 }
+
+const RefusedType kRefusedTypes[] = {
+    {"None", 0, -2147219504},
+    {"Binary", 3, -2147219501},
+    {"TheGreatestBelowTheSign", 0x7fffffff, 264143},
+    {"TheFirstThatOverflows", 0x80000000, 264144},
+    {"TheGreatest", 0xffffffff, -2147219505},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, RefusedTypes, testing::ValuesIn(kRefusedTypes),
+                         [](const auto& row) { return row.param.Name; });
 
 TEST_F(Registry, EveryKeyThatWasOpenedIsClosed) {
     WriteSetting("a", "s", "k", "v");
