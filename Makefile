@@ -15,8 +15,9 @@ FUZZ_SECONDS := 60
 run: release
 	scripts/run $(RELEASE)
 
-# The release build (g++) with all tests, and before it the rule and form tests under sanitizers
-# (clang++). Journeys mostly wait, so four go at a time; any other test counts as two.
+# The release build (g++) with all tests, and before it the rule and form tests and a little of each
+# fuzz target under sanitizers (clang++). Journeys mostly wait, so four go at a time; any other test
+# counts as two.
 test: sanitized release
 	$(TEST_ENV) ctest --test-dir $(SANITIZED) --output-on-failure -j 4
 	$(TEST_ENV) ctest --test-dir $(RELEASE) --output-on-failure -j 4
@@ -46,11 +47,11 @@ oracles: release
 instructions: release
 	bench/instructions.py $(RELEASE)/bench/instructions --renew
 
-# Each target for FUZZ_SECONDS, side by side; what they learn is kept in build/corpus.
+# Each fuzz target for FUZZ_SECONDS, side by side; what they learn is kept in build/corpus.
 fuzz: setup
 	cmake -S . -B build/fuzz -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-		-DQUILLMERE_SANITIZE=ON -DQUILLMERE_PAGE_VIEW=OFF -DQUILLMERE_FUZZ=ON
-	cmake --build build/fuzz --target fuzz_SoundTrigger fuzz_Downloader
+		-DQUILLMERE_SANITIZE=ON -DQUILLMERE_PAGE_VIEW=OFF
+	cmake --build build/fuzz --target fuzz_targets
 	scripts/fuzz build/fuzz/fuzz build/corpus $(FUZZ_SECONDS)
 
 # Debian packages, and an archive that runs from its own folder: build/packages.

@@ -3,10 +3,7 @@
 
 #include "config/FreshFolder.h"
 #include "fakes/Fakes.h"
-
-#include <cstddef>
-#include <cstdint>
-#include <string>
+#include "fuzz/Input.h"
 
 struct Fresh : RuleTest {
     Fresh() {
@@ -15,7 +12,3 @@ struct Fresh : RuleTest {
     }
     void TestBody() override {}
 };
-
-inline std::string Text(const std::uint8_t* bytes, std::size_t count) {
-    return {reinterpret_cast<const char*>(bytes), count};
-}

@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
     mw::Append(mw::IncomingBuffer, Text(bytes, count));
     const std::size_t before = mw::View(mw::IncomingBuffer).size();
     const bool complete = mw::ParseSoundTrigger();
-    if (complete != (mw::View(mw::IncomingBuffer).size() < before))
-        __builtin_trap(); // taken out exactly when it is complete
+    // Taken out exactly when it is complete.
+    Must(complete == (mw::View(mw::IncomingBuffer).size() < before));
     return 0;
 }
