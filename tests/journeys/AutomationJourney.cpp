@@ -1,38 +1,12 @@
 // Macros, aliases and triggers made in the editors and used in the demo world; and a second set of
 // them, used, kept, and found again the next day.
+#include "Editors.h"
 #include "Files.h"
 #include "Journey.h"
 #include "Tour.h"
 
 namespace journey {
 namespace {
-
-constexpr const char* kMacros = "^Macros$";
-constexpr const char* kAliases = "^Aliases$";
-constexpr const char* kTriggers = "^Triggers$";
-
-// Opens an editor by the keyboard: Configuration and the access key of its item.
-void OpenEditor(const Client& player, const QString& itemKey, const char* title) {
-    player.Press({"alt+c", itemKey});
-    player.TakeKeys(title);
-}
-
-// Ends an editor by one of its keys and gives the keys back to the command line.
-void LeaveEditor(const Client& player, const QString& keys, const char* title) {
-    player.Press(keys);
-    player.WaitToClose(title);
-    player.TakeKeys(Client::kFrame);
-    player.ClickCommandLine();
-}
-
-// The button "New" has the keys when an editor opens and after each entry.
-void AddEntry(const Client& player, const QString& text, const QString& action) {
-    player.Press("space");
-    player.Type(text);
-    player.Press("Tab");
-    player.Type(action);
-    player.Press({"shift+Tab", "Return"});
-}
 
 // In an editor that has just got an entry: the first one is selected, and its texts are shown.
 void SelectFirst(const Client& player) { player.Press({"shift+Tab", "Home"}); }
