@@ -26,6 +26,7 @@ constexpr int kRate = 44100;
 constexpr int kChannels = 2;
 constexpr int kBlock = 1024;        // frames mixed at a time, 23 milliseconds
 constexpr int kQueueInterval = 250; // milliseconds, of both timers
+constexpr int kStartInterval = 200; // milliseconds from one start to the next
 constexpr int kIdleInterval = 5000; // milliseconds until a silent device is closed
 constexpr int kWaveChannel = 0;
 constexpr std::size_t kHead = 64 * 1024;
@@ -96,6 +97,8 @@ frmSound::frmSound() : QObject(qApp) {
     connect(&midiTimer, &QTimer::timeout, this,
             [] { RunHandler("midiTimer_Timer", midiTimer_Timer); });
     connect(&IdleTimer, &QTimer::timeout, this, &frmSound::CloseWhenSilent);
+    Prepare(WaveStart, &frmSound::StartWave);
+    Prepare(MusicStart, &frmSound::StartMusic);
 }
 
 frmSound::~frmSound() { CloseDevice(); }
@@ -142,9 +145,30 @@ void frmSound::CloseWhenSilent() {
         CloseDevice();
 }
 
-void frmSound::PlayWave() {
-    if (!OpenDevice())
+void frmSound::Prepare(Start& start, bool (frmSound::*play)()) {
+    start.Pause.setInterval(kStartInterval);
+    start.Pause.setSingleShot(true);
+    connect(&start.Pause, &QTimer::timeout, this, [this, &start, play] {
+        if (start.Waits)
+            Begin(start, play);
+    });
+}
+
+void frmSound::Begin(Start& start, bool (frmSound::*play)()) {
+    start.Waits = start.Pause.isActive();
+    if (start.Waits)
         return;
+    if ((this->*play)())
+        start.Pause.start();
+}
+
+void frmSound::PlayWave() { Begin(WaveStart, &frmSound::StartWave); }
+
+void frmSound::PlayMusic() { Begin(MusicStart, &frmSound::StartMusic); }
+
+bool frmSound::StartWave() {
+    if (!OpenDevice())
+        return false;
     StopWave();
     Mix_FreeChunk(Wave);
     Wave = IsPlayableWave(HeadOf(WaveFile), SizeOf(WaveFile))
@@ -154,11 +178,12 @@ void frmSound::PlayWave() {
     if (Wave == nullptr || Mix_PlayChannel(kWaveChannel, Wave, 0) < 0)
         TellUnplayable(WaveFile);
     WaitForSilence();
+    return Wave != nullptr;
 }
 
-void frmSound::PlayMusic() {
+bool frmSound::StartMusic() {
     if (!OpenDevice())
-        return;
+        return false;
     StopMusic();
     Mix_FreeMusic(Music);
     const bool isMusic = IsMusic(MusicFile);
@@ -169,14 +194,17 @@ void frmSound::PlayMusic() {
     else if (Music == nullptr || Mix_PlayMusic(Music, 1) < 0)
         TellUnplayable(MusicFile);
     WaitForSilence();
+    return Music != nullptr;
 }
 
 void frmSound::StopWave() {
+    WaveStart.Waits = false;
     if (DeviceIsOpen)
         Mix_HaltChannel(kWaveChannel);
 }
 
 void frmSound::StopMusic() {
+    MusicStart.Waits = false;
     if (DeviceIsOpen)
         Mix_HaltMusic();
 }
@@ -185,9 +213,13 @@ void frmSound::SetWaveVolume(int percent) { WaveVolume = MixerVolume(percent); }
 
 void frmSound::SetMusicVolume(int percent) { MusicVolume = MixerVolume(percent); }
 
-bool frmSound::IsWavePlaying() const { return DeviceIsOpen && Mix_Playing(kWaveChannel) != 0; }
+bool frmSound::IsWavePlaying() const {
+    return WaveStart.Waits || (DeviceIsOpen && Mix_Playing(kWaveChannel) != 0);
+}
 
-bool frmSound::IsMusicPlaying() const { return DeviceIsOpen && Mix_PlayingMusic() != 0; }
+bool frmSound::IsMusicPlaying() const {
+    return MusicStart.Waits || (DeviceIsOpen && Mix_PlayingMusic() != 0);
+}
 
 namespace {
 

@@ -22,6 +22,7 @@ public:
     frmSound();
     ~frmSound() override;
 
+    // At once, or a moment later. It counts as playing until then.
     void PlayWave();
     void PlayMusic();
     void StopWave();
@@ -40,10 +41,23 @@ public:
     QTimer midiTimer;
 
 private:
+    // When a sound is asked for sooner than that, it waits, or a server that starts and stops one
+    // again and again would have the client do nothing but load it.
+    struct Start {
+        QTimer Pause; // since the last one
+        bool Waits = false;
+    };
+
     bool OpenDevice();
     void CloseDevice();
     void CloseWhenSilent();
+    void Prepare(Start& start, bool (frmSound::*play)());
+    void Begin(Start& start, bool (frmSound::*play)());
+    bool StartWave(); // true when it was loaded
+    bool StartMusic();
 
+    Start WaveStart;
+    Start MusicStart;
     Mix_Chunk* Wave = nullptr;
     Mix_Music* Music = nullptr;
     QTimer IdleTimer;

@@ -451,6 +451,32 @@ TEST_F(SoundTest, OfASecondMusicIsHeardWhenTheFirstWasStopped) {
     EXPECT_GT(heard.Strength(1760), heard.Strength(440));
 }
 
+// A server may start and stop one tune thousands of times in one arrival.
+TEST_F(SoundTest, OfMusicThatIsAskedForAtOnceAfterAnotherIsLoadedAMomentLater) {
+    Keep("first.mid", Tune(kA4, 0.3));
+    Keep("bad.mid", "no music");
+    PlayTune("first.mid");
+    midiPlayer::Stop();
+    PlayTune("bad.mid");
+    EXPECT_EQ(midiPlayer::State(), PlayState::Playing);
+    EXPECT_EQ(Notice, "");
+    EXPECT_TRUE(WaitFor([] { return midiPlayer::State() == PlayState::Stopped; }));
+    EXPECT_EQ(Notice, "Can't be played: bad.mid");
+}
+
+TEST_F(SoundTest, OfAWaveThatIsStoppedBeforeItIsLoadedIsNeverLoaded) {
+    Keep("first.wav", Tone(440, kShort));
+    Keep("bad.wav", "no sound");
+    Play("first.wav");
+    wavPlayer::Stop();
+    Play("bad.wav");
+    EXPECT_EQ(wavPlayer::State(), PlayState::Playing);
+    wavPlayer::Stop();
+    EXPECT_EQ(wavPlayer::State(), PlayState::Stopped);
+    QTest::qWait(300);
+    EXPECT_EQ(Notice, "");
+}
+
 // The loudness of a note by the volume it is given in hundredths.
 class MusicVolume : public SoundTest {
 protected:
