@@ -4,6 +4,8 @@
 #include "ui/Socket.h"
 #include "ui/qt/Text.h"
 
+#include <utility>
+
 #include <QNetworkProxy>
 #include <QPointer>
 
@@ -22,6 +24,8 @@ namespace {
 constexpr int kBadAddress = 10049;
 constexpr int kReset = 10054;
 constexpr int kNoBuffers = 10055;
+
+constexpr qint64 kMostTogether = 16384; // bytes of answers
 
 struct ErrorRow {
     QAbstractSocket::SocketError Code;
@@ -97,7 +101,7 @@ void GameSocket::Connect(const std::string& host, std::int16_t port) {
 
 void GameSocket::Close() {
     ++Generation;
-    Failed = PeerClosed = Broken = EndWaits = false;
+    Failed = PeerClosed = Broken = EndWaits = LineWaits = false;
     Rest.clear();
 #ifdef Q_OS_LINUX
     if (Watch >= 0)
@@ -116,12 +120,19 @@ void GameSocket::Send(std::string_view bytes) {
     if (State() != SocketConnected)
         return;
     Tcp->write(bytes.data(), static_cast<qint64>(bytes.size()));
-    // At once, instead of behind what waits to be painted. To a server that has closed this would
-    // bring a reset before its close is told.
-    if (bytes.ends_with('\r') && IsOpen())
-        Tcp->flush();
+    // At once, instead of behind what waits to be painted; what an arrival is answered with
+    // together, or a server that asks thousands of things at once would keep the player waiting.
+    LineWaits = LineWaits || bytes.ends_with('\r');
+    if (!Draining || Tcp->bytesToWrite() > kMostTogether)
+        SendLines();
     if (Tcp->bytesToWrite() > kLongestSendQueue)
         Fail(kNoBuffers, tr("The server does not read what is sent"));
+}
+
+// To a server that has closed this would bring a reset before its close is told.
+void GameSocket::SendLines() {
+    if (std::exchange(LineWaits, false) && Tcp && IsOpen())
+        Tcp->flush();
 }
 
 std::string GameSocket::GetData() {
@@ -159,6 +170,7 @@ void GameSocket::OnReadyRead() {
         emit dataArrival();
         if (!alive)
             return;
+        SendLines();
     }
     Draining = false;
     if (EndWaits)

@@ -58,6 +58,7 @@ private:
     void OnError(QAbstractSocket::SocketError code);
     void Fail(int number, const QString& description);
     void SaveRest();
+    void SendLines();
     int TcpState() const; // as the system counts them; 0 when it does not tell
     bool IsOpen() const;  // neither end has closed
     bool WasReset() const;
@@ -70,6 +71,7 @@ private:
     bool Broken = false;          // that close was a reset
     bool Draining = false;        // dataArrival is being sent
     bool EndWaits = false;        // the server closed meanwhile
+    bool LineWaits = false;       // written and not sent
     QByteArray Rest;              // received before the connection ended, not handed over yet
 };
 
