@@ -2,6 +2,7 @@
 
 #include "Wait.h"
 
+#include <fcntl.h>
 #include <stdexcept>
 #include <sys/socket.h>
 
@@ -32,8 +33,10 @@ QString GameServer::Address() const { return "127.0.0.1:" + PortText(); }
 
 QString GameServer::PortText() const { return QString::number(Listener.serverPort()); }
 
+bool GameServer::HasPlayerWaiting() const { return Listener.hasPendingConnections(); }
+
 void GameServer::WaitForPlayer() {
-    WaitFor("the client to connect", [this] { return Listener.hasPendingConnections(); });
+    WaitFor("the client to connect", [this] { return HasPlayerWaiting(); });
     Player.reset(Listener.nextPendingConnection());
     Player->setParent(nullptr);
     Player->setSocketOption(QAbstractSocket::LowDelayOption, 1);
@@ -61,6 +64,12 @@ void GameServer::Expect(std::string_view bytes) {
 std::string GameServer::Unread() {
     Read();
     return Received;
+}
+
+int GameServer::HandOver() {
+    const int own = ::fcntl(static_cast<int>(Player->socketDescriptor()), F_DUPFD_CLOEXEC, 0);
+    Player.reset();
+    return own;
 }
 
 void GameServer::WaitForPlayerToLeave() {

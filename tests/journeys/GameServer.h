@@ -19,10 +19,12 @@ struct GameServer {
     QString Address() const;  // "127.0.0.1:20000"
     QString PortText() const; // "20000"
 
+    bool HasPlayerWaiting() const;
     void WaitForPlayer();
     void Send(std::string_view bytes);   // as one packet
     void Expect(std::string_view bytes); // exactly these next; throws a line with both otherwise
     std::string Unread();                // what came since, and was not expected
+    int HandOver(); // the connection's descriptor, for who serves it from a thread
 
     void WaitForPlayerToLeave();
     void Close();         // an orderly end

@@ -2,6 +2,7 @@
 
 #include "Files.h"
 #include "Tour.h"
+#include "Wait.h"
 
 #include <ostream>
 
@@ -10,6 +11,14 @@
 
 namespace journey {
 namespace {
+
+using namespace std::string_literals;
+using namespace std::chrono_literals;
+
+// Ends whatever a server may have left open: a command, a sequence, a line.
+const std::string kEnding = "\0\0\0\0m\x1b[0;37m\r\nIt is quiet.\r\n"s;
+const std::string kTerminalQuestion = "\xff\xfa\x18\x01\xff\xf0\r"s;
+const std::string kTerminal = "\xff\xfa\0DEC-VT100\xff\xf0"s;
 
 bool PicturesAreWanted() { return qEnvironmentVariableIsSet("QUILLMERE_KEEP_PICTURES"); }
 
@@ -71,6 +80,55 @@ void ServerJourney::Connect() {
 }
 
 void ServerJourney::SendText(std::string_view text) { Server.Send(std::string(text) + '\r'); }
+
+void WireJourney::ConnectByWire() {
+    Connect();
+    Way = std::make_unique<Wire>(Server.HandOver());
+    Toolbar = FindToolbar(Screen.Look());
+}
+
+void WireJourney::Push(ToolbarPlace place) const {
+    const Area& control = Toolbar.at(place);
+    Screen.Click((control.Left + control.Right) / 2, (control.Top + control.Bottom) / 2);
+}
+
+// A click on a button that can't be used does nothing.
+void WireJourney::ConnectAgain() {
+    WaitFor("the client to connect again", [this] {
+        Push(ConnectButton);
+        return Becomes([this] { return Server.HasPlayerWaiting(); }, 50ms);
+    });
+    Server.WaitForPlayer();
+    Way = std::make_unique<Wire>(Server.HandOver());
+}
+
+void WireJourney::WaitForTheEndOfTheConnection() const {
+    WaitFor("the client to end the connection", [this] { return !Way->IsOpen(); });
+}
+
+// The end of an arrival may have cut the question, so it is asked until it is answered.
+void WireJourney::LetRead() {
+    Way->ListenFor(kTerminal);
+    WaitFor("the client to have read everything", [this] {
+        Way->Send(kEnding + kTerminalQuestion);
+        return Way->HasHeard(1s);
+    });
+}
+
+double WireJourney::TypeALine() {
+    const QString line = "n" + QString::number(++Lines);
+    QStringList keys = line.split("", Qt::SkipEmptyParts);
+    keys += "Return";
+    Way->ListenFor(line.toStdString() + '\r');
+    const auto start = Wire::Clock::now();
+    Player.Press(keys);
+    const auto heard = Way->Heard("the line that was typed");
+    return std::chrono::duration<double, std::milli>(heard - start).count();
+}
+
+QStringList WireJourney::BoxesLeft() const {
+    return Player.Windows("^(Error|Quillmere Mud Client)$");
+}
 
 void WorldJourney::PutTownInTheList() {
     Game = "Quillmere";

@@ -8,11 +8,14 @@
 #include "Client.h"
 #include "Display.h"
 #include "GameServer.h"
+#include "Wire.h"
 #include "World.h"
 
 #include <gtest/gtest.h>
 #include <iosfwd>
+#include <memory>
 #include <string_view>
+#include <vector>
 
 #include <QString>
 
@@ -49,6 +52,34 @@ protected:
     void SendText(std::string_view text);
 
     GameServer Server;
+};
+
+// A journey against a server that goes on sending while keys are pressed.
+class WireJourney : public ServerJourney {
+protected:
+    // Starts the client connected.
+    void ConnectByWire();
+
+    // By the connect button. The connection before is over.
+    void ConnectAgain();
+    void WaitForTheEndOfTheConnection() const;
+
+    // A click on a control of the toolbar, wherever it stood at the start.
+    void Push(ToolbarPlace place) const;
+
+    // Returns when the client has read everything.
+    void LetRead();
+
+    // Types a line. Returns the milliseconds until it is there.
+    double TypeALine();
+
+    QStringList BoxesLeft() const;
+
+    std::unique_ptr<Wire> Way;
+    std::vector<Area> Toolbar;
+
+private:
+    int Lines = 0; // typed
 };
 
 // A journey in the demo world.
