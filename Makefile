@@ -5,10 +5,11 @@ SANITIZED := build/sanitized
 TEST_ENV := LANG=C.UTF-8 QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=1 \
 	LSAN_OPTIONS=suppressions=$(CURDIR)/tests/leaks.supp:print_suppressions=0
 
-# Of each fuzz target.
+# Of each fuzz target, and of the play at speed.
 FUZZ_SECONDS := 60
+SOAK_SECONDS := 1200
 
-.PHONY: run test tour pictures bench instructions oracles fuzz package \
+.PHONY: run test tour pictures bench instructions oracles fuzz soak package \
 	test-package setup release sanitized clean
 
 # The demo world and the client connected to it; without a display, the tour.
@@ -61,6 +62,11 @@ package: release
 # The packages on a fresh Debian: installed, played with, removed. Needs root and the network.
 test-package: package
 	scripts/test-package $(RELEASE) build/packages
+
+# A hostile server, then SOAK_SECONDS of play: keys, memory, handles and costs in the long run. To
+# be run on a machine that does nothing else.
+soak: release
+	scripts/soak $(RELEASE) $(SOAK_SECONDS)
 
 release: setup
 	cmake -S . -B $(RELEASE) -G Ninja -DCMAKE_CXX_COMPILER=g++ -DCMAKE_BUILD_TYPE=Release

@@ -85,11 +85,10 @@ struct Display {
     void Save(const QString& file) const; // as PNG
 
     QString Name; // ":1"
+    QProcess Server;
 
 private:
     QByteArray Run(const QString& program, const QStringList& arguments, bool* succeeded) const;
-
-    QProcess Server;
 };
 
 } // namespace journey

@@ -1,0 +1,299 @@
+// Play at speed, now in the demo world, now against a hostile server: walks, fights, talk, floods,
+// sounds, editors, colours, scrolling back, connecting again. Whatever the client needs, it needs
+// no more of it at the end than at the beginning.
+//
+// A minute of it is a test, the same every time, that leaves half of a core to those beside it.
+// QUILLMERE_SOAK_SECONDS asks for more, at full speed and by another seed, which is printed and can
+// be given: QUILLMERE_SOAK_SEED.
+#include "Editors.h"
+#include "Files.h"
+#include "Health.h"
+#include "Journey.h"
+#include "Sounds.h"
+#include "Wait.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <random>
+
+#include <QElapsedTimer>
+
+namespace journey {
+namespace {
+
+using namespace std::chrono_literals;
+
+// What the client needs when all is quiet.
+struct Need {
+    double Mb = 0;
+    double Handles = 0;
+    double Threads = 0;
+    double MsForALine = 0; // a thousandth of it
+};
+
+class Soak : public WireJourney {
+protected:
+    Soak() {
+        PutFile(Player.Home + "/Data/muds.lst",
+                GameList({{"Quillmere", Town.Address.section(':', -1).toStdString()},
+                          {"Foe", Server.PortText().toStdString()}}));
+        Player.Set("SDL_DISKAUDIOFILE", "/dev/null");
+    }
+
+    int Any(int end) { return std::uniform_int_distribution<int>(0, end - 1)(Random); }
+
+    template <typename Choices> auto AnyOf(const Choices& choices) {
+        return choices[static_cast<std::size_t>(Any(static_cast<int>(std::size(choices))))];
+    }
+
+    // A minute's play rests until it has used less than half of the time that it has taken.
+    void Rest() {
+        if (IsAtSpeed)
+            return;
+        Becomes([this] { return UsedMs() < kShare * static_cast<double>(Clock.elapsed()); });
+    }
+
+    double UsedMs() const {
+        return OwnCpuMs() + CpuMs(Player.Process) + CpuMs(Screen.Server) + CpuMs(Town.Process);
+    }
+
+    bool HasTimeLeft() const { return !Clock.hasExpired(qint64{1000} * Seconds); }
+
+    // With the keys that choose the game.
+    void Choose(const QString& key) {
+        Push(Chooser);
+        WaitFor("the list of games", [this] { return Player.HasList(); });
+        Player.Press(key);
+        Player.ChooseFromList({"Return"});
+    }
+
+    void WaitToSeeSinceTheConnection(const std::string& words) const {
+        WaitFor("the output to show \"" + words + '"', [&] {
+            const std::string text = Player.Shown();
+            const std::size_t start = text.rfind("Attempting connection to: ");
+            return text.find(words, start == std::string::npos ? 0 : start) != std::string::npos;
+        });
+    }
+
+    void EnterTheWorld() {
+        Choose("Up");
+        Push(ConnectButton);
+        WaitToSeeSinceTheConnection("By what name are you known?");
+        Player.Enter("ada");
+        Player.Enter("goose7");
+        WaitToSeeSinceTheConnection("Welcome to Quillmere, Ada.");
+    }
+
+    void LeaveTheWorld() { Push(DisconnectButton); }
+
+    void MeetTheFoe() {
+        Choose("Down");
+        ConnectAgain();
+    }
+
+    void LeaveTheFoe() {
+        Push(DisconnectButton);
+        WaitForTheEndOfTheConnection();
+    }
+
+    void Walk() {
+        for (int steps = 1 + Any(8); steps > 0; --steps)
+            Player.Keypad(AnyOf(std::string_view("12346789+-")));
+    }
+
+    void Speak() {
+        static const QString kLines[] = {
+            "look",     "map",          "who",     "score",       "inventory", "say Well met!",
+            "kill rat", "attack goose", "flee",    "get bread",   "eat bread", "wear coat",
+            "colours",  "options",      "probe",   "ring bell",   "sounds",    "hush",
+            "help",     "drop loaf",    "emote x", "look;map;sc", "nonsense",  "flood 200"};
+        for (int lines = 1 + Any(4); lines > 0; --lines)
+            Player.Enter(AnyOf(kLines));
+    }
+
+    void OpenADialog() {
+        static const std::pair<const char*, const char*> kDialogs[] = {
+            {"a", kAliases}, {"t", kTriggers}, {"m", kMacros}, {"f", "^Fonts Setup$"}};
+        const auto [key, title] = AnyOf(kDialogs);
+        OpenEditor(Player, key, title);
+        LeaveEditor(Player, "Escape", title);
+    }
+
+    // Of one of the colours, in the setup dialog.
+    void ChangeAColour() {
+        OpenEditor(Player, "f", "^Fonts Setup$");
+        for (int tabs = 1 + Any(10); tabs > 0; --tabs)
+            Player.Press("Tab");
+        Player.Press("space");
+        Player.TakeKeys("^Select Color$");
+        Player.Press({"alt+h", "ctrl+a"});
+        Player.Type('#' + QString::number(0x100000 + Any(0xeffff), 16));
+        Player.Press("Return");
+        Player.WaitToClose("^Select Color$");
+        Player.TakeKeys("^Fonts Setup$");
+        LeaveEditor(Player, "Escape", "^Fonts Setup$");
+    }
+
+    void ScrollBack() {
+        Player.Press({"Prior", "Prior"});
+        Screen.Turn(Any(5), 400, Client::kUpper);
+        Player.ReturnToEnd();
+    }
+
+    using Act = void (Soak::*)();
+
+    void PlayInTheWorld(int acts) {
+        static constexpr Act kActs[] = {&Soak::Walk,      &Soak::Walk,        &Soak::Speak,
+                                        &Soak::Speak,     &Soak::OpenADialog, &Soak::ChangeAColour,
+                                        &Soak::ScrollBack};
+        EnterTheWorld();
+        for (; acts > 0; --acts) {
+            (this->*AnyOf(kActs))();
+            Rest();
+        }
+        LeaveTheWorld();
+    }
+
+    Attack AnyAttack() {
+        std::vector<Attack> attacks = TextAttacks();
+        for (const auto& more : {TelnetAttacks(), SoundAttacks()})
+            attacks.insert(attacks.end(), more.begin(), more.end());
+        attacks.push_back({"Mixture", "", Mixture(Random, 50000)});
+        Attack attack = AnyOf(attacks);
+        attack.Least = attack.Packet == 0 ? 100000 : 100;
+        return attack;
+    }
+
+    void SufferTheFoe(int attacks) {
+        MeetTheFoe();
+        for (; attacks > 0; --attacks) {
+            const Attack attack = AnyAttack();
+            SCOPED_TRACE(attack.Name);
+            Way->Begin(attack);
+            if (Any(2) == 0)
+                Player.Enter("flee");
+            Way->Stop();
+            if (Any(4) == 0) {
+                Way->Reset();
+                ConnectAgain();
+            }
+            Rest();
+        }
+        LetRead();
+        TypeALine();
+        EXPECT_TRUE(BoxesLeft().isEmpty());
+        Needs.push_back(Measure());
+        if (IsAtSpeed)
+            TellRound();
+        LeaveTheFoe();
+    }
+
+    void TellRound() const {
+        const Need& need = Needs.back();
+        std::printf("round %zu: %.1f MB, %.0f handles, %.0f threads, %.2f ms\n", Needs.size(),
+                    need.Mb, need.Handles, need.Threads, need.MsForALine);
+        std::fflush(stdout);
+    }
+
+    // The cost of a line is measured with the same text each time.
+    Need Measure() {
+        constexpr int kLines = 20000;
+        std::string text;
+        for (int line = 0; line < kLines; ++line)
+            text += "\x1b[0;32mThe tide comes in over the ferry stage.\x1b[0;37m\r\n";
+        const double before = FirstThreadMs(Player.Process);
+        Way->Send(text);
+        LetRead();
+        const double cost = FirstThreadMs(Player.Process) - before;
+        return {ResidentMb(Player.Process), 1.0 * HandlesOf(Player.Process),
+                1.0 * ThreadsOf(Player.Process), 1000 * cost / kLines};
+    }
+
+    // The least of a part of the needs: what is needed for a moment, and what other programs do to
+    // the times, is not in it.
+    double Least(double Need::*what, std::size_t from, std::size_t to) const {
+        double least = Needs.at(from).*what;
+        for (std::size_t i = from; i < to; ++i)
+            least = std::min(least, Needs.at(i).*what);
+        return least;
+    }
+
+    // What plays ends by itself, and its device is closed a while later. The last need is what it
+    // is then, or after the longest wait.
+    void WaitForSilence() {
+        MeetTheFoe();
+        LetRead();
+        Need& last = Needs.back();
+        Becomes([&] {
+            last.Handles = HandlesOf(Player.Process);
+            last.Threads = ThreadsOf(Player.Process);
+            return last.Handles <= Of(&Need::Handles).First &&
+                   last.Threads <= Of(&Need::Threads).First;
+        });
+    }
+
+    struct Trend {
+        double First;
+        double Last;
+    };
+
+    // A fifth of the time in the beginning, once what is kept is there, and the last fifth.
+    Trend Of(double Need::*what) const {
+        const std::size_t part = std::max<std::size_t>(Needs.size() / 5, 2);
+        return {Least(what, part, 2 * part), Least(what, Needs.size() - part, Needs.size())};
+    }
+
+    Trend Tell(const char* name, double Need::*what) const {
+        const Trend trend = Of(what);
+        std::printf("%-28s %8.2f %8.2f\n", name, trend.First, trend.Last);
+        return trend;
+    }
+
+    static constexpr double kShare = 0.4;
+
+    // A minute is over before all that is kept is there: what a first dialog, sound or flood needs.
+    double MostMb() const { return IsAtSpeed ? 2 : 10; }
+
+    static int Number(const char* variable, int otherwise) {
+        return qEnvironmentVariableIsSet(variable) ? qEnvironmentVariableIntValue(variable)
+                                                   : otherwise;
+    }
+
+    const bool IsAtSpeed = qEnvironmentVariableIsSet("QUILLMERE_SOAK_SECONDS");
+    const int Seconds = Number("QUILLMERE_SOAK_SECONDS", 60);
+    const unsigned Seed = static_cast<unsigned>(Number(
+        "QUILLMERE_SOAK_SEED", IsAtSpeed ? static_cast<int>(std::random_device()() % 1000000) : 1));
+    std::mt19937 Random{Seed};
+    QElapsedTimer Clock;
+    World Town;
+    std::vector<Need> Needs;
+};
+
+TEST_F(Soak, NeedsNoMoreAtTheEndThanAtTheBeginning) {
+    std::printf("Seed %u\n", Seed);
+    Clock.start();
+    Player.Start();
+    Toolbar = FindToolbar(Screen.Look());
+    for (const char* key : {"Down", "Up"}) {
+        Choose(key);
+        ChangeSoundOptions(Player, {EnableMsp});
+    }
+    while (HasTimeLeft()) {
+        PlayInTheWorld(6);
+        SufferTheFoe(6);
+    }
+    std::printf("%zu rounds\n", Needs.size());
+    ASSERT_GE(Needs.size(), 4u);
+    WaitForSilence();
+    const Trend memory = Tell("MB", &Need::Mb);
+    const Trend handles = Tell("handles", &Need::Handles);
+    const Trend threads = Tell("threads", &Need::Threads);
+    const Trend lines = Tell("ms for a thousand lines", &Need::MsForALine);
+    EXPECT_LT(memory.Last, memory.First + MostMb());
+    EXPECT_LE(handles.Last, handles.First);
+    EXPECT_LE(threads.Last, threads.First);
+    EXPECT_LT(lines.Last, lines.First * 1.25);
+}
+
+} // namespace
+} // namespace journey
