@@ -10,6 +10,10 @@
 #include "ui/qt/StopSignals.h"
 #include "ui/qt/Text.h"
 
+#ifdef __linux__
+#include <malloc.h>
+#endif
+
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
@@ -62,9 +66,19 @@ void Stop() {
         QCoreApplication::exit(0);
 }
 
+// Large blocks, a sound or what a flood filled, go back to the system when they are freed. Left to
+// itself the allocator would learn to keep them.
+void GiveBackLargeBlocks() {
+#ifdef M_MMAP_THRESHOLD
+    constexpr int kLarge = 128 * 1024; // bytes
+    mallopt(M_MMAP_THRESHOLD, kLarge);
+#endif
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
+    GiveBackLargeBlocks();
     QApplication app(argc, argv);
     QCoreApplication::setApplicationName("quillmere");
     QCoreApplication::setApplicationVersion(
