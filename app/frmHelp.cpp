@@ -20,6 +20,7 @@ frmHelp::frmHelp() : Pages(new QTextBrowser) {
     Pages->setObjectName("Pages");
     Pages->setAccessibleName(tr("Manual"));
     Pages->setOpenExternalLinks(true);
+    Pages->setTextInteractionFlags(Pages->textInteractionFlags() | Qt::TextSelectableByKeyboard);
     Pages->setFrameShape(QFrame::NoFrame);
     Pages->document()->setDocumentMargin(16);
 

@@ -20,6 +20,7 @@
 #include "ui/UpdateControls.h"
 #include "ui/qt/Buttons.h"
 #include "ui/qt/EventBoundary.h"
+#include "ui/qt/OutputView.h"
 #include "ui/qt/Text.h"
 
 #include <string_view>
@@ -95,7 +96,7 @@ QLabel* AddValue(QBoxLayout* row, const char* name, const QString& caption) {
     auto* const value = new QLabel;
     value->setObjectName(name);
     value->setTextFormat(Qt::PlainText);
-    value->setAccessibleName(caption);
+    title->setBuddy(value);
     row->addSpacing(8);
     row->addWidget(title);
     row->addWidget(value);
@@ -169,6 +170,22 @@ void frmMain::ShowOutput() {
     window->showMaximized();
     closeOutput->show();
     connect(Output, &QObject::destroyed, closeOutput, &QWidget::hide);
+    connect(Output, &frmOutput::tabKey, this, &frmMain::focusNextPrevChild);
+}
+
+// From the top of the frame to its end. The client area would keep the focus in the output.
+bool frmMain::focusNextPrevChild(bool next) {
+    QList<QWidget*> stops{closeOutput, Chooser, cmdConn, cmdDisco, cmdNew, cmdDel};
+    if (Output)
+        stops << Output->rtfScroll << Output->rtfOutPut;
+    stops << Input->focusProxy();
+    stops.removeIf(
+        [this](const QWidget* stop) { return !stop->isVisibleTo(this) || !stop->isEnabled(); });
+    const qsizetype at = stops.indexOf(focusWidget());
+    const qsizetype count = stops.size();
+    stops[(at + (next ? 1 : count - 1)) % count]->setFocus(next ? Qt::TabFocusReason
+                                                                : Qt::BacktabFocusReason);
+    return true;
 }
 
 void frmMain::MakeMenus() {
@@ -190,7 +207,7 @@ void frmMain::MakeCloseButton() {
     closeOutput = new QToolButton;
     closeOutput->setObjectName("closeOutput");
     closeOutput->setAutoRaise(true);
-    closeOutput->setFocusPolicy(Qt::NoFocus);
+    closeOutput->setFocusPolicy(Qt::TabFocus);
     closeOutput->setIconSize({12, 12}); // with its margin no higher than the menu bar
     closeOutput->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
     closeOutput->setToolTip(tr("Close the game window"));
@@ -208,10 +225,11 @@ void frmMain::MakeToolbar() {
     row->setContentsMargins(8, 4, 8, 4);
     row->setSpacing(6);
 
-    auto* const lbllName = new QLabel(tr("Mud"));
+    auto* const lbllName = new QLabel(tr("M&ud"));
     lbllName->setForegroundRole(QPalette::PlaceholderText);
     row->addWidget(lbllName);
     Chooser = new MudCombo;
+    lbllName->setBuddy(Chooser);
     row->addWidget(Chooser);
     connect(Chooser, &QComboBox::activated, this, [](int index) {
         RunHandler("cboMud_Click", [index] { cboMud_Click(static_cast<std::int16_t>(index)); });
@@ -234,7 +252,7 @@ void frmMain::MakeStatusBar() {
     for (int i = 0; i < 3; ++i) {
         Panels[i] = new QLabel;
         Panels[i]->setTextFormat(Qt::PlainText);
-        Panels[i]->setAccessibleName(tr(names[i]));
+        Panels[i]->setAccessibleDescription(tr(names[i])); // its name is what it shows
         Panels[i]->setObjectName(QStringLiteral("panel%1").arg(i + 1));
         Panels[i]->setMinimumWidth(i == 2 ? 80 : 1);
         statusBar()->addWidget(Panels[i], stretches[i]);
@@ -315,6 +333,7 @@ void lblAddress::SetCaption(std::string_view text) {
     Frame->lblAddress->setText(
         Frame->lblAddress->fontMetrics().elidedText(address, Qt::ElideRight, kWidest));
     Frame->lblAddress->setToolTip(address.toHtmlEscaped());
+    Frame->lblAddress->setAccessibleName(address);
 }
 
 void lblPort::SetCaption(std::string_view text) {

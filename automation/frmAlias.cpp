@@ -17,6 +17,8 @@ frmAlias::frmAlias(QWidget* frame)
     connect(Action, &QPlainTextEdit::textChanged, this, &frmAlias::KeepOnOneLine);
     chkDisable->setObjectName("chkDisable");
     Fields->addWidget(chkDisable, 4, 0);
+    setTabOrder(Action, chkDisable);
+    setTabOrder(chkDisable, cmdNew);
     connect(chkDisable, &QCheckBox::toggled, this, [this](bool checked) {
         RunHandler("chkDisable_Click", [this, checked] { chkDisable_Click(checked); });
     });

@@ -5,6 +5,7 @@
 #include "automation/MacroKeys.h"
 #include "base/Error.h"
 #include "ui/InputControls.h"
+#include "ui/qt/BoxNames.h"
 #include "ui/qt/EventBoundary.h"
 #include "ui/qt/KeyCodes.h"
 #include "ui/qt/OneLine.h"
@@ -45,7 +46,7 @@ frmInput::frmInput(QWidget* parent) : QWidget(parent), cboInput(new QComboBox(th
     cboInput->setInsertPolicy(QComboBox::NoInsert);
     cboInput->setCompleter(nullptr);
     cboInput->setMaxVisibleItems(static_cast<int>(kLongestHistory));
-    cboInput->setAccessibleName(tr("Command line"));
+    NameBox(cboInput, tr("Command line"));
     cboInput->lineEdit()->setMaxLength(kLongestLine);
     cboInput->lineEdit()->setValidator(new OneLine(this));
     cboInput->lineEdit()->setPlaceholderText(tr("Type a command and press Enter"));

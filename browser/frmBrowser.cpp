@@ -3,6 +3,7 @@
 #include "base/Notice.h"
 #include "browser/Browser.h"
 #include "ui/BrowserControls.h"
+#include "ui/qt/BoxNames.h"
 #include "ui/qt/EventBoundary.h"
 
 #include <QAction>
@@ -97,8 +98,8 @@ frmBrowser::frmBrowser(PageView* view)
     AddButton("Refresh", QStyle::SP_BrowserReload, tr("Load the page again"));
 
     cboAdd->setObjectName("cboAdd");
-    cboAdd->setAccessibleName(tr("Address"));
     cboAdd->setEditable(true);
+    NameBox(cboAdd, tr("Address"));
     cboAdd->setInsertPolicy(QComboBox::NoInsert); // the list is the module's
     cboAdd->setCompleter(nullptr);
     cboAdd->installEventFilter(this);
@@ -126,6 +127,7 @@ void frmBrowser::AddButton(const char* key, QStyle::StandardPixmap icon, const Q
     QAction* const button = tbrMain->addAction(style()->standardIcon(icon), tr(key));
     button->setObjectName(key);
     button->setToolTip(toolTip);
+    tbrMain->widgetForAction(button)->setFocusPolicy(Qt::TabFocus);
     connect(button, &QAction::triggered, this,
             [key] { RunHandler("tbrMain_ButtonClick", [key] { tbrMain_ButtonClick(key); }); });
 }

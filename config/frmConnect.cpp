@@ -20,7 +20,6 @@ QLabel* AddValue(QFormLayout* fields, const char* name, const QString& caption) 
     value->setTextFormat(Qt::PlainText);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
     value->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // may be cut, never widens
-    value->setAccessibleName(caption);
     fields->addRow(caption, value);
     return value;
 }

@@ -121,6 +121,7 @@ void PaintSwatch(std::size_t swatch, std::int32_t colour) {
     QPixmap pixmap(kSwatchSize);
     pixmap.fill(FromClient(colour));
     Form->Swatches[swatch]->setIcon(pixmap);
+    Form->Swatches[swatch]->setAccessibleDescription(FromClient(colour).name());
 }
 
 // The setup dialog, and a chooser with it, may go while the player chooses: the program stops.

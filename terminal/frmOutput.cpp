@@ -9,6 +9,7 @@
 #include "terminal/Output.h"
 #include "ui/OutputControls.h"
 #include "ui/Socket.h"
+#include "ui/qt/Announcer.h"
 #include "ui/qt/EventBoundary.h"
 #include "ui/qt/GameSocket.h"
 #include "ui/qt/KeyCodes.h"
@@ -79,7 +80,7 @@ const QTextCharFormat& FormatOf(std::int32_t colour, const std::string& fontName
 frmOutput::frmOutput(QWidget* parent)
     : QWidget(parent), rtfOutPut(nullptr), rtfScroll(nullptr),
       vslRTF(new QScrollBar(Qt::Vertical, this)), wskTCP(new GameSocket(this)),
-      Boxes(new QSplitter(Qt::Vertical, this)) {
+      Boxes(new QSplitter(Qt::Vertical, this)), NewText(new Announcer(this)) {
     Form = this;
     setObjectName("frmOutput");
     setAttribute(Qt::WA_DeleteOnClose);
@@ -115,6 +116,7 @@ frmOutput::frmOutput(QWidget* parent)
         if (Hooked)
             RunHandler("OutputWindowMessage", [] { OutputWindowMessage(ReplaceSelection); });
     });
+    connect(rtfOutPut, &OutputView::arrived, NewText, &Announcer::Announce);
     WireSocket();
     WireTimers();
     InstallOutputHook();
@@ -266,6 +268,11 @@ bool frmOutput::KeyDown(QKeyEvent* event) {
     return ScrollKey(*event);
 }
 
+bool frmOutput::focusNextPrevChild(bool next) {
+    emit tabKey(next);
+    return true;
+}
+
 void frmOutput::closeEvent(QCloseEvent* event) {
     vslRTF->setValue(vslRTF->maximum()); // scroll-back ends with the window
     RunHandler("frmOutput_Unload", frmOutput_Unload);
@@ -325,8 +332,8 @@ void MoveCaretToEnd() {
         Form->rtfOutPut->ScrollToEnd();
 }
 
-// The box applies its queue in one edit a frame, so a trim is never painted by itself. Switching the
-// widget's updates off and on would paint all of it every time, half of the work in a flood.
+// The box applies its queue in one edit a frame, so a trim is never painted by itself. Switching
+// the widget's updates off and on would paint all of it every time, half of the work in a flood.
 void SetRedraw(bool) {}
 
 void Refresh() {

@@ -18,6 +18,7 @@ class QKeyEvent;
 
 namespace mw {
 
+class Announcer;
 class GameSocket;
 class OutputView;
 
@@ -57,8 +58,13 @@ public:
 
     bool Hooked = false; // the box's messages go to OutputWindowMessage first
 
+signals:
+    // Tab was pressed, or Shift and Tab. A window within another would keep the focus.
+    void tabKey(bool next);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
@@ -70,6 +76,7 @@ private:
     bool KeyDown(QKeyEvent* event);
 
     QSplitter* Boxes;
+    Announcer* NewText; // to screen readers
     QTimer BarFrame;
 };
 

@@ -36,7 +36,8 @@ QString Visible(std::string_view bytes) {
 
 } // namespace
 
-OutputView::OutputView(QWidget* parent) : QTextEdit(parent) {
+OutputView::OutputView(QWidget* parent) : QTextEdit(parent), IsToBeTold(QAccessible::isActive()) {
+    QAccessible::installActivationObserver(this);
     setReadOnly(true);
     setUndoRedoEnabled(false);
     setAcceptRichText(false);
@@ -52,6 +53,10 @@ OutputView::OutputView(QWidget* parent) : QTextEdit(parent) {
     connect(&Frame, &QTimer::timeout, this, &OutputView::Apply);
 }
 
+OutputView::~OutputView() { QAccessible::removeActivationObserver(this); }
+
+void OutputView::accessibilityActiveChanged(bool active) { IsToBeTold = active; }
+
 void OutputView::Append(std::string_view bytes, const QTextCharFormat& format) {
     if (bytes.empty())
         return;
@@ -60,9 +65,7 @@ void OutputView::Append(std::string_view bytes, const QTextCharFormat& format) {
         Runs.back().Length += bytes.size();
     else
         Runs.push_back({bytes.size(), PlaceOf(format)});
-    if (QAccessible::isActive())
-        Apply();
-    else if (!Frame.isActive())
+    if (!Frame.isActive())
         Frame.start();
 }
 
@@ -103,15 +106,36 @@ void OutputView::ScrollToEnd() {
 void OutputView::Apply() {
     Frame.stop();
     if (Removed > 0 || !Runs.empty()) {
-        QTextCursor cursor(document());
-        cursor.beginEditBlock();
-        ApplyRemoval(cursor);
-        ApplyRuns(cursor);
-        cursor.endEditBlock();
+        if (IsToBeTold)
+            ApplyAndTell();
+        else
+            ApplyInOneEdit();
         emit applied();
     }
     if (AtEnd)
         ShowEnd();
+}
+
+void OutputView::ApplyInOneEdit() {
+    QTextCursor cursor(document());
+    cursor.beginEditBlock();
+    ApplyRemoval(cursor);
+    ApplyRuns(cursor);
+    cursor.endEditBlock();
+}
+
+// In two edits: of one with both ends a screen reader is told that everything between is new.
+void OutputView::ApplyAndTell() {
+    QTextCursor cursor(document());
+    ApplyRemoval(cursor);
+    cursor.movePosition(QTextCursor::End);
+    const int before = cursor.position();
+    cursor.beginEditBlock();
+    ApplyRuns(cursor);
+    cursor.endEditBlock();
+    cursor.setPosition(before);
+    cursor.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
+    emit arrived(cursor.selection().toPlainText().remove(kNoWidth));
 }
 
 // In whole lines: what is left of the height stays free above them.
