@@ -103,10 +103,22 @@ QLabel* AddValue(QBoxLayout* row, const char* name, const QString& caption) {
     return value;
 }
 
+// Captions and hints are the text's colour, half seen. A desktop's palette may lack that, and
+// theirs would be black on black.
+void MakeHintsReadable() {
+    constexpr int kHalf = 128;
+    QPalette palette;
+    QColor faint = palette.color(QPalette::Text);
+    faint.setAlpha(kHalf);
+    palette.setColor(QPalette::PlaceholderText, faint);
+    QApplication::setPalette(palette);
+}
+
 } // namespace
 
 frmMain::frmMain() : picTool(new QWidget), ClientArea(new QMdiArea), Input(new frmInput) {
     Frame = this;
+    MakeHintsReadable();
     setObjectName("frmMain");
     setWindowTitle(ToQString(FrameCaption()));
     MakeMenus();
