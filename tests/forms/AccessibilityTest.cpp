@@ -473,8 +473,11 @@ TEST_F(Told, OfAFloodTheEndIsToldOnly) {
 }
 
 TEST_F(Told, ALineBreakAloneIsNothingToHear) {
-    AppendInAFrame("\n");
-    EXPECT_EQ(Notices(), Names{});
+    constexpr int kMoreThanNotices = 20;
+    AppendInAFrame("A goose hisses.\n");
+    for (int i = 0; i < kMoreThanNotices; ++i)
+        AppendInAFrame("\n");
+    EXPECT_EQ(Notices(), Names{"A goose hisses."}) << "none took its place";
 }
 
 TEST_F(Told, NothingWhenNobodyListens) {
