@@ -6,7 +6,6 @@
 
 #include "automation/Macros.h"
 #include "base/Lines.h"
-#include "config/FileHandler.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -19,7 +18,7 @@ namespace mw {
 // and give it an entry 32,767: the triggers and aliases of the 22 sets that the editor makes, and
 // the bytes of four of the largest files.
 inline constexpr std::size_t kMostEntries = 22 * 2 * 32768;
-inline constexpr std::size_t kMostBytes = 4 * kLargestFile;
+inline constexpr std::size_t kMostBytes = 64 * 1024 * 1024;
 
 // The file's text for set.
 std::string FormatMacroSet(const MacroSet& set);
