@@ -87,7 +87,7 @@ std::vector<Attack> TextAttacks() {
         {"ColoursOfTenThousandParameters", "", "\x1b[" + Times(10000, "1;") + "31mred\r\n"},
         {"ColoursOfHugeParameters", "", "\x1b[" + std::string(20000, '9') + "mwhite\r\n"},
         {"ColoursOfNegativeParameters", "", Much("\x1b[-1;-" + kDigits + "mwhite\r\n")},
-        {"QuestionsForTheClientsName", "", Much("\x1b[2K\r\n"), 100000},
+        {"QuestionsForTheClientsName", "", Much("\x1b[2K\r\n"), kQuestions, 2000, 1},
         {"CursorsThatAreMovedAndScreensThatAreCleared", "", Much("\x1b[2J\x1b[999;999Hm\x1b]0;xm")},
         {"Nuls", "", std::string(kBlock, '\0')},
         {"EveryByteOverAndOver", "", Much(EveryByte())},
