@@ -345,6 +345,18 @@ const WholeBody kWholeBodies[] = {
      Says("HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\nContent-Length: 3\r\n\r\nabc"), "abc"},
 };
 
+TEST_F(TransferTest, UnpacksNothing) {
+    constexpr qsizetype kLength = 4; // before what is packed
+    const std::string packed = qCompress(QByteArray(1000, 'a')).sliced(kLength).toStdString();
+    for (const char* const coding : {"deflate", "Deflate ", "gzip, deflate", "chunked, deflate"}) {
+        SCOPED_TRACE(coding);
+        GetFrom(Says("HTTP/1.1 200 OK\r\nTRANSFER-Encoding: " + std::string(coding) + "\r\n\r\n" +
+                     packed));
+        EXPECT_EQ(Body(), "");
+        inet::Cancel(kFirst);
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Inet, WholeBodies, testing::ValuesIn(kWholeBodies),
                          [](const auto& row) { return row.param.Name; });
 

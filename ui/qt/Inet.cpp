@@ -45,7 +45,8 @@ struct Transfer {
     Clock::time_point Heard = Clock::now();
     int Redirections = 0; // followed so far
     bool HeaderIsWhole = false;
-    bool Waits = false; // the server, because Body is full
+    bool IsPacked = false; // its body, in another way than asked for
+    bool Waits = false;    // the server, because Body is full
     bool Ended = false;
     bool Changed = false; // to be told
 };
@@ -72,14 +73,25 @@ std::string Redirection(Transfer& transfer) {
     return isAllowed && transfer.Redirections < kMostRedirections ? address : "";
 }
 
+// A transfer coding but the chunks, as a line of a header tells (RFC 9112, 6.1). It would be
+// unpacked unasked, a thousandfold.
+bool TellsOfPacking(std::string_view line) {
+    const QByteArray field = QByteArray(line.data(), static_cast<qsizetype>(line.size())).toLower();
+    const QByteArray name = "transfer-encoding:";
+    return field.startsWith(name) && field.sliced(name.size()).trimmed() != "chunked";
+}
+
 // One line of a header. Interim responses and those that are followed elsewhere come before the one
 // that counts.
 std::size_t TakeHeaderLine(char* bytes, std::size_t, std::size_t count, void* context) {
     auto& transfer = *static_cast<Transfer*>(context);
     const std::string_view line(bytes, count);
     transfer.Heard = Clock::now();
-    if (line.starts_with("HTTP/"))
+    if (line.starts_with("HTTP/")) {
         transfer.Header.clear();
+        transfer.IsPacked = false;
+    }
+    transfer.IsPacked = transfer.IsPacked || TellsOfPacking(line);
     if (transfer.Header.size() + count > kLongestHeader)
         return 0;
     transfer.Header += line;
@@ -93,6 +105,8 @@ std::size_t TakeHeaderLine(char* bytes, std::size_t, std::size_t count, void* co
 std::size_t TakeBody(char* bytes, std::size_t, std::size_t count, void* context) {
     auto& transfer = *static_cast<Transfer*>(context);
     transfer.Heard = Clock::now();
+    if (transfer.IsPacked)
+        return 0;
     if (!transfer.HeaderIsWhole) // of a redirection: nobody reads it
         return (transfer.Dropped += count) <= kFull ? count : 0;
     if (transfer.Body.size() - transfer.Taken >= kFull) {
