@@ -388,6 +388,18 @@ TEST_F(FrameAccessibility, TheAddressIsReadWholeAndByItsCaption) {
     EXPECT_EQ(LabelOf(address), "Address");
 }
 
+TEST_F(FrameAccessibility, HintsAreTheTextsColourHalfSeenWhateverTheDesktopSays) {
+    const QPalette before = QApplication::palette();
+    QPalette dark = before;
+    dark.setColor(QPalette::Text, Qt::white);
+    dark.setColor(QPalette::PlaceholderText, Qt::black);
+    QApplication::setPalette(dark);
+    ShowFrame();
+    EXPECT_EQ(Input()->lineEdit()->palette().color(QPalette::PlaceholderText),
+              QColor(255, 255, 255, 128));
+    QApplication::setPalette(before);
+}
+
 // What a screen reader is told, while there is one. Without one's platform no event leaves the
 // program, so the notices themselves are looked at, and the changes that events are made of.
 class Told : public AccessibilityTest {

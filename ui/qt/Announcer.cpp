@@ -9,14 +9,12 @@ namespace {
 constexpr int kNotices = 16;
 constexpr int kLongest = 2000; // characters; of a flood nobody listens to more
 
-class Notice : public QWidget {
-public:
-    using QWidget::QWidget;
-};
-
-QAccessibleInterface* MakeNoticeInterface(const QString&, QObject* object) {
-    auto* const notice = dynamic_cast<Notice*>(object);
-    return notice ? new QAccessibleWidget(notice, QAccessible::Notification) : nullptr;
+// Asked for any object, also for those of a page view that are no longer to be touched: the name of
+// the class decides.
+QAccessibleInterface* MakeNoticeInterface(const QString& className, QObject* object) {
+    if (className != QLatin1String(Notice::staticMetaObject.className()))
+        return nullptr;
+    return new QAccessibleWidget(static_cast<Notice*>(object), QAccessible::Notification);
 }
 
 } // namespace
@@ -33,7 +31,7 @@ void Announcer::Announce(const QString& text) {
     const QString words = text.trimmed().right(kLongest);
     if (words.isEmpty())
         return;
-    QWidget* const notice = Notices.takeFirst();
+    Notice* const notice = Notices.takeFirst();
     Notices.append(notice);
     notice->setAccessibleName(words);
     QAccessibleEvent comesUp(notice, QAccessible::ObjectShow);

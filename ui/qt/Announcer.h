@@ -11,6 +11,14 @@
 
 namespace mw {
 
+// A widget of no size with the words for its name.
+class Notice : public QWidget {
+    Q_OBJECT
+
+public:
+    using QWidget::QWidget;
+};
+
 class Announcer : public QWidget {
     Q_OBJECT
 
@@ -22,7 +30,7 @@ public:
 
 private:
     // In turn: a reader asks for the words of one when others have come up already.
-    QList<QWidget*> Notices;
+    QList<Notice*> Notices;
 };
 
 } // namespace mw
