@@ -10,6 +10,10 @@
 #include "ui/qt/StopSignals.h"
 #include "ui/qt/Text.h"
 
+#include <algorithm>
+#include <memory>
+#include <string_view>
+
 #ifdef __linux__
 #include <malloc.h>
 #endif
@@ -75,11 +79,25 @@ void GiveBackLargeBlocks() {
 #endif
 }
 
+// Help and version need no display.
+bool OnlyPrints(int argc, char** argv) {
+    return std::any_of(argv, argv + argc, [](std::string_view argument) {
+        return argument == "-h" || argument == "--help" || argument == "-v" ||
+               argument == "--version";
+    });
+}
+
+std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv) {
+    if (OnlyPrints(argc, argv))
+        return std::make_unique<QCoreApplication>(argc, argv);
+    return std::make_unique<QApplication>(argc, argv);
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
     GiveBackLargeBlocks();
-    QApplication app(argc, argv);
+    const std::unique_ptr<QCoreApplication> app = MakeApplication(argc, argv);
     QCoreApplication::setApplicationName("quillmere");
     QCoreApplication::setApplicationVersion(
         QString::fromStdString(mw::DottedVersion(mw::kOwnVersion)));
@@ -91,16 +109,16 @@ int main(int argc, char* argv[]) {
     const QCommandLineOption connectTo(
         "connect", "Connect at once to a game of the list, or to <HOST:PORT>.", "NAME|HOST:PORT");
     parser.addOptions({home, connectTo});
-    parser.process(app);
+    parser.process(*app);
 
     mw::ConnectAtStart = mw::FromQString(parser.value(connectTo));
 
     QApplication::setWindowIcon(WindowIcon());
     QGuiApplication::setDesktopFileName("quillmere"); // by which others find the icon
     QApplication::setQuitOnLastWindowClosed(false);   // the splash comes and goes
-    mw::OnStopSignal(&app, Stop);
+    mw::OnStopSignal(app.get(), Stop);
     // The desktop's session ends: what is to be saved is saved before it goes on.
-    QObject::connect(&app, &QGuiApplication::commitDataRequest, &app, [] {
+    QObject::connect(qGuiApp, &QGuiApplication::commitDataRequest, qGuiApp, [] {
         Stop();
         mw::FinishSaving();
     });
