@@ -185,14 +185,17 @@ void frmMain::ShowOutput() {
     connect(Output, &frmOutput::tabKey, this, &frmMain::focusNextPrevChild);
 }
 
-// From the top of the frame to its end. The client area would keep the focus in the output.
+// From the top of the frame to its end. The client area would keep the focus in the output, which
+// is asked for by its boxes because it may be half gone: its end moves the focus.
 bool frmMain::focusNextPrevChild(bool next) {
     QList<QWidget*> stops{closeOutput, Chooser, cmdConn, cmdDisco, cmdNew, cmdDel};
-    if (Output)
-        stops << Output->rtfScroll << Output->rtfOutPut;
+    for (OutputView* const box : ClientArea->findChildren<OutputView*>())
+        stops << box;
     stops << Input->focusProxy();
     stops.removeIf(
         [this](const QWidget* stop) { return !stop->isVisibleTo(this) || !stop->isEnabled(); });
+    if (stops.isEmpty())
+        return false;
     const qsizetype at = stops.indexOf(focusWidget());
     const qsizetype count = stops.size();
     stops[(at + (next ? 1 : count - 1)) % count]->setFocus(next ? Qt::TabFocusReason
