@@ -17,7 +17,7 @@ constexpr double kMedianMs = 100;
 constexpr double kWorstMs = 250;
 constexpr double kPatience = 10;       // times as long, while other journeys keep the machine busy
 constexpr double kGrowth = 1.1;        // of the memory
-constexpr double kBusyGrowth = 1.25;   // while others keep the machine busy and more piles up
+constexpr double kBusyGrowth = 1.5;    // while others keep the machine busy and more piles up
 constexpr std::size_t kTaste = 100000; // bytes of each attack, to fill what is kept
 
 double Median(std::vector<double> values) {

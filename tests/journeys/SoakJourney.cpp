@@ -251,8 +251,10 @@ protected:
 
     static constexpr double kShare = 0.4;
 
-    // A minute is over before all that is kept is there: what a first dialog, sound or flood needs.
-    double MostMb() const { return IsAtSpeed ? 2 : 10; }
+    // A minute is over before all that is kept is there: what a first dialog, sound or flood needs;
+    // and what a line costs is not the same beside other tests.
+    double MostMb() const { return IsAtSpeed ? 2 : 20; }
+    double MostTimes() const { return IsAtSpeed ? 1.25 : 2; }
 
     static int Number(const char* variable, int otherwise) {
         return qEnvironmentVariableIsSet(variable) ? qEnvironmentVariableIntValue(variable)
@@ -292,7 +294,7 @@ TEST_F(Soak, NeedsNoMoreAtTheEndThanAtTheBeginning) {
     EXPECT_LT(memory.Last, memory.First + MostMb());
     EXPECT_LE(handles.Last, handles.First);
     EXPECT_LE(threads.Last, threads.First);
-    EXPECT_LT(lines.Last, lines.First * 1.25);
+    EXPECT_LT(lines.Last, lines.First * MostTimes());
 }
 
 } // namespace
