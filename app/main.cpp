@@ -10,7 +10,6 @@
 #include "ui/qt/StopSignals.h"
 #include "ui/qt/Text.h"
 
-#include <algorithm>
 #include <memory>
 #include <string_view>
 
@@ -79,12 +78,11 @@ void GiveBackLargeBlocks() {
 #endif
 }
 
-// Help and version need no display.
+// Help and version need no display. Behind another option they may be that option's value.
 bool OnlyPrints(int argc, char** argv) {
-    return std::any_of(argv, argv + argc, [](std::string_view argument) {
-        return argument == "-h" || argument == "--help" || argument == "-v" ||
-               argument == "--version";
-    });
+    const std::string_view only = argc == 2 ? argv[1] : "";
+    return only == "-h" || only == "--help" || only == "--help-all" || only == "-v" ||
+           only == "--version";
 }
 
 std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv) {
