@@ -19,8 +19,8 @@ struct World {
     explicit World(const WorldOptions& options = {});
     ~World();
 
-    QString Address; // "127.0.0.1:20000"
-    QString WebRoot; // "http://127.0.0.1:20001"
+    QString Address;      // "127.0.0.1:20000"
+    QString WebRoot;      // "http://127.0.0.1:20001"
     QTemporaryDir Folder; // of its players
     QProcess Process;
 };
