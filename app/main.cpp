@@ -21,6 +21,7 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QIcon>
+#include <QPixmapCache>
 #include <QStandardPaths>
 
 namespace {
@@ -78,6 +79,10 @@ void GiveBackLargeBlocks() {
 #endif
 }
 
+// What the style draws is drawn anew each time. Qt's cache of it drops pictures, but never the
+// names that it kept them by: some twenty kilobytes for each dialog that opens.
+void KeepNoPictures() { QPixmapCache::setCacheLimit(0); }
+
 // Help and version need no display. Behind another option they may be that option's value.
 bool OnlyPrints(int argc, char** argv) {
     const std::string_view only = argc == 2 ? argv[1] : "";
@@ -96,6 +101,7 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv) {
 int main(int argc, char* argv[]) {
     GiveBackLargeBlocks();
     const std::unique_ptr<QCoreApplication> app = MakeApplication(argc, argv);
+    KeepNoPictures(); // heard only now that there is an application
     QCoreApplication::setApplicationName("quillmere");
     QCoreApplication::setApplicationVersion(
         QString::fromStdString(mw::DottedVersion(mw::kOwnVersion)));
