@@ -4,7 +4,6 @@
 #include "automation/Macros.h"
 #include "base/Globals.h"
 #include "config/MudList.h"
-#include "config/Palette.h"
 #include "net/Telnet.h"
 #include "terminal/AutoLog.h"
 #include "terminal/Incoming.h"
@@ -58,17 +57,12 @@ void ShowSessionClock() {
     stsBar::SetPanel(stsBar::ClockPanel, text);
 }
 
-bool CurrentMudIsListed() {
-    return CurrentMud >= 0 && static_cast<std::size_t>(CurrentMud) < MudList.size();
-}
-
 } // namespace
 
 void ConnectToMud() {
     SetControls(true);
-    if (CurrentMudIsListed())
-        MakeGameFolders(MudAt(CurrentMud).Name);
     const MudEntry mud = MudAt(CurrentMud);
+    MakeGameFolders(mud.Name);
     wskTCP::Connect(mud.Address, mud.Port);
     tmrConnect.Enabled = true;
     StartTimer(Timer::Connect, tmrConnect.Interval);
