@@ -29,6 +29,13 @@ std::string ValueAfterEquals(std::string_view line) {
     return std::string(line.substr(line.find('=') + 1));
 }
 
+std::string_view TrimBlanks(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
 bool ContainsText(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }

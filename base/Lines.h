@@ -24,6 +24,9 @@ std::string ReadLine(LineReader& reader);
 // The text after the first "=" of a line; the whole line when it has none.
 std::string ValueAfterEquals(std::string_view line);
 
+// text without the blanks (space characters) at its ends.
+std::string_view TrimBlanks(std::string_view text);
+
 // True when part occurs anywhere in text. Letter case counts.
 bool ContainsText(std::string_view text, std::string_view part);
 

@@ -1,6 +1,7 @@
 #include "base/Numbers.h"
 
 #include "base/Error.h"
+#include "base/Lines.h"
 
 #include <algorithm>
 #include <charconv>
@@ -17,13 +18,6 @@ using Number = std::optional<double>;
 constexpr double kBeyondRange = std::numeric_limits<double>::infinity();
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
-std::string_view TrimBlanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
 
 std::size_t SkipDigits(std::string_view text, std::size_t from) {
     const auto end =

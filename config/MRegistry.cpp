@@ -1,6 +1,7 @@
 #include "config/MRegistry.h"
 
 #include "base/Error.h"
+#include "base/Lines.h"
 #include "base/Notice.h"
 #include "ui/RegistryStore.h"
 
@@ -21,18 +22,11 @@ void Check(std::int32_t code, const char* description) {
         RaiseNumber(kSystemError + code, description);
 }
 
-std::string TrimBlanks(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 SettingName NameOf(const std::string& application, const std::string& section,
                    const std::string& key) {
-    const std::string trimmedApplication = TrimBlanks(application);
-    const std::string trimmedSection = TrimBlanks(section);
-    const std::string trimmedKey = TrimBlanks(key);
+    const std::string trimmedApplication(TrimBlanks(application));
+    const std::string trimmedSection(TrimBlanks(section));
+    const std::string trimmedKey(TrimBlanks(key));
     if (trimmedApplication.empty())
         RaiseNumber(kNoAppName, "AppName may not be empty");
     if (trimmedSection.empty())

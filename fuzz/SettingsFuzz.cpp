@@ -6,12 +6,15 @@
 #include "config/FreshFolder.h"
 #include "config/MRegistry.h"
 #include "fuzz/Input.h"
+#include "ui/Events.h"
 #include "ui/FrameControls.h"
 
 #include <fstream>
 
-// The notice's place, which no error here comes to.
+// The place of the notice, which no error here comes to, and of events, which readers of lines let
+// run.
 void mw::stsBar::SetPanel(Panel, std::string_view) { __builtin_trap(); }
+void mw::DoEvents() { __builtin_trap(); }
 
 namespace mw {
 namespace {

@@ -66,6 +66,13 @@ TEST_F(Lines, TheValueIsWhatFollowsTheFirstEqualsSign) {
     EXPECT_EQ(ValueAfterEquals("=x "), "x ");
 }
 
+TEST_F(Lines, LoseTheirOuterBlanksAndNothingElse) {
+    EXPECT_EQ(TrimBlanks("  two words "), "two words");
+    EXPECT_EQ(TrimBlanks("\ta\r"), "\ta\r");
+    EXPECT_EQ(TrimBlanks("   "), "");
+    EXPECT_EQ(TrimBlanks(""), "");
+}
+
 TEST_F(Lines, ContainsTextMindsLetterCase) {
     EXPECT_TRUE(ContainsText("xMwGreyx", "MwGrey"));
     EXPECT_TRUE(ContainsText("abc", ""));
