@@ -58,13 +58,6 @@ void QueueWave(const std::filesystem::path& path, std::int32_t volume) {
     SetEnabled(SoundTimer::wavTimer, true);
 }
 
-// DownLoad refuses one more by itself then, for less than a look into a folder.
-bool TooManyAreUnderWay() {
-    return DownloadTable.size() >= kMostDownloads &&
-           std::all_of(DownloadTable.begin(), DownloadTable.end(),
-                       [](const DownloadSlot& slot) { return slot.Busy != 0; });
-}
-
 bool IsFull(const std::filesystem::path& folder) {
     if (folder == FullFolder)
         return true;
@@ -142,7 +135,8 @@ void FetchSound(const std::string& address) {
     const std::string name = address.substr(address.rfind('/') + 1);
     if (FolderIsTaken || !IsFileName(name) || !IsNameBelow(name))
         return;
-    if (!TooManyAreUnderWay() && IsFull(SoundPath(name).parent_path()))
+    // With too many downloads FetchFile refuses by itself, for less than a look into the folder.
+    if (!TooManyDownloads() && IsFull(SoundPath(name).parent_path()))
         ShowNotice("Not downloaded, because the game has too many sounds already: " + address);
     else
         FetchFile(address, SoundPath(name));

@@ -68,12 +68,6 @@ void Wire(std::int32_t number, FileDownloader& control) {
     control.Ended = [number] { CloseWhenDone(number); };
 }
 
-std::size_t BusySlots() {
-    return static_cast<std::size_t>(
-        std::count_if(DownloadTable.begin(), DownloadTable.end(),
-                      [](const DownloadSlot& slot) { return slot.Busy != 0; }));
-}
-
 } // namespace
 
 std::int16_t TakeSlot(std::vector<DownloadSlot>& table) {
@@ -88,8 +82,14 @@ std::int16_t TakeSlot(std::vector<DownloadSlot>& table) {
     return slot;
 }
 
+bool TooManyDownloads() {
+    const auto busy = std::count_if(DownloadTable.begin(), DownloadTable.end(),
+                                    [](const DownloadSlot& slot) { return slot.Busy != 0; });
+    return static_cast<std::size_t>(busy) >= kMostDownloads;
+}
+
 void FetchFile(const std::string& address, const std::filesystem::path& destination) {
-    if (BusySlots() >= kMostDownloads) {
+    if (TooManyDownloads()) {
         ShowNotice("Not downloaded, because too many are under way: " + address);
         return;
     }

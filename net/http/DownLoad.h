@@ -27,8 +27,11 @@ inline bool DownloadRunning = false; // a download has begun and none has failed
 // one is taken, or a new one is added.
 std::int16_t TakeSlot(std::vector<DownloadSlot>& table);
 
+// True while kMostDownloads are under way.
+bool TooManyDownloads();
+
 // Opens a download window and starts to fetch address into destination. Returns at once. Not done,
-// with a notice, when too many are under way.
+// with a notice, when there are too many downloads.
 void FetchFile(const std::string& address, const std::filesystem::path& destination);
 
 // The window of that download is closed: its run is cancelled and its slot is free.
