@@ -1,6 +1,7 @@
 #include "net/http/VersionCheck.h"
 
 #include "browser/Browser.h"
+#include "config/MRegistry.h"
 #include "config/MakerAddresses.h"
 #include "ui/Inet.h"
 #include "ui/SplashControls.h"
@@ -16,8 +17,8 @@ namespace {
 constexpr const char* kPath = "/client/clientver.txt";
 
 void KeepAnswer(bool dontShow) {
-    SaveUserSetting("MwClient", "Update", "Version", PublishedVersion);
-    SaveUserSetting("MwClient", "Update", "Check", dontShow ? "0" : "1");
+    SaveUserSetting(kApplicationName, "Update", "Version", PublishedVersion);
+    SaveUserSetting(kApplicationName, "Update", "Check", dontShow ? "0" : "1");
 }
 
 void Announce(const std::string& own) {
