@@ -35,21 +35,38 @@ inline std::uint8_t SessionHours = 0;
 // when the folder can't be made, 40020 when the socket is not closed; what came before stays done.
 void ConnectToMud();
 
-// Closes the connection at the player's request.
+// Closes the connection at the player's request. The log stays open, and tmrConnect and tmrIncome
+// stay as they are, on purpose.
 void DisconnectFromMud();
 
 // What the socket is doing, for the status bar. Empty for a state that it does not have. Raises
 // Subscript out of range when a text needs the game's name and CurrentMud is outside the list.
 std::string ConnectionStateText();
 
+// The server has taken the connection: the session clock begins anew, and the log is opened when it
+// is on. Raises Path/File access error, with all else done, when it can't be opened.
 void wskTCP_Connect();
-// Raises Overflow, with nothing sent or kept, when more than 32,767 bytes arrive at once.
+
+// Bytes have arrived: telnet commands are answered, the text is walked. Raises Overflow, with
+// nothing sent or kept, when more than 32,767 bytes arrive at once, and what ProcessIncoming
+// raises.
 void wskTCP_DataArrival();
+
+// The server has closed the connection: what still waits is shown, the log is closed, and the
+// toolbar is set back. The Mud menu is not, on purpose. Raises what FinishIncoming raises.
 void wskTCP_Close();
+
+// The socket has failed; number and description are the platform's. Both are told in the status
+// bar, the socket is closed, and the toolbar's buttons are set back.
 void wskTCP_Error(std::int32_t number, std::string_view description);
 
+// A tick writes ConnectionStateText into the status bar, and raises what that raises.
 void tmrConnect_Timer();
+
+// A tick does nothing, on purpose.
 void tmrIncome_Timer();
+
+// A tick moves the session clock on by a second.
 void tmrLog_Timer();
 
 // The output window is being closed: the frame's placement is kept, and the connection goes without
