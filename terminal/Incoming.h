@@ -14,11 +14,12 @@ inline constexpr std::size_t kLongestSequence = 65536;
 
 // Walks IncomingBuffer to its end, or to an escape sequence whose end has not arrived: that one
 // stays in front until more text comes. Line breaks are held back until text follows them, and
-// dropped at the end of the walk. Runs to its end without letting events in.
+// dropped at the end of the walk. Runs to its end without letting events in. Raises what
+// AppendOutput and ParseSoundTrigger raise.
 void ProcessIncoming();
 
 // Walks to the end of the buffer at last, when nothing more will come: a sequence without its end
-// loses its ESC and is shown as text.
+// loses its ESC and is shown as text. Raises as ProcessIncoming does.
 void FinishIncoming();
 
 // Empties the buffer. Used by tests.

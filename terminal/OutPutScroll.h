@@ -9,7 +9,8 @@
 
 namespace mw {
 
-// The messages that are looked at, by the platform's numbers.
+// The messages that the hook knows, by the platform's numbers. VerticalScroll and ParentNotify are
+// only handed on.
 enum OutputMessage : std::int32_t {
     WindowDestroyed = 2,
     ReplaceSelection = 194,
@@ -20,13 +21,14 @@ enum OutputMessage : std::int32_t {
 
 inline std::int32_t PreviousProcedure = 0; // token of the previous handling, 0 while not installed
 
+// Hooks the output box and keeps the token of its previous handling.
 void InstallOutputHook();
 
-// Puts the previous handling back. Does nothing while no hook is installed.
+// Puts the previous handling back and forgets its token. Does nothing while no hook is installed.
 void RemoveOutputHook();
 
 // A message of the output box. Handed on in every case; the end of the window also removes the
-// hook.
+// hook, and new text or a new format has the box repainted unless a trim is under way.
 void OutputWindowMessage(std::int32_t message);
 
 } // namespace mw
