@@ -41,7 +41,7 @@ void PlayWave(const std::string& fileName, const std::string& address, std::int3
 void PlayMusic(const std::string& fileName, const std::string& address, std::int32_t volume,
                std::int16_t priority);
 
-// Plays the first wave that waits, when none plays.
+// Plays the first wave that waits, when none plays. Stops its own timer when none waits.
 void wavTimer_Timer();
 
 // Meant: takes from the queue of music and plays what stands in the queue of waves. Nothing ever
@@ -49,7 +49,9 @@ void wavTimer_Timer();
 void midiTimer_Timer();
 
 // Starts a download into the current game's sounds, under the name that follows the last "/". Not
-// done, with a notice, when the game has too many.
+// done when that name or the game's can't be one of ours, or another client has the application
+// folder; nor, with a notice, when the game has too many sounds or too many downloads are under
+// way. Raises Subscript out of range without a current game.
 void FetchSound(const std::string& address);
 
 // http or https, with a host and something behind it.

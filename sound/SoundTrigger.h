@@ -30,6 +30,7 @@ SoundTrigger ReadSoundTrigger(std::string_view text);
 
 // Takes the trigger off the front of IncomingBuffer and has it played: true. False, with the buffer
 // as it was, when its ")" is not there. Shows a message when the buffer holds no trigger word.
+// Raises what PlayWave and PlayMusic raise.
 bool ParseSoundTrigger();
 
 } // namespace mw

@@ -41,10 +41,11 @@ public:
     QTimer midiTimer;
 
 private:
-    // When a sound is asked for sooner than that, it waits, or a server that starts and stops one
-    // again and again would have the client do nothing but load it.
+    // A sound that is asked for right after another has begun waits until the pause is over, or a
+    // server that starts and stops one again and again would have the client do nothing but load
+    // it.
     struct Start {
-        QTimer Pause; // since the last one
+        QTimer Pause; // runs from the last start on
         bool Waits = false;
     };
 
