@@ -20,7 +20,8 @@ void cboMud_Click(std::int16_t index);
 bool AddMud(const std::string& name, const std::string& address, const std::string& port);
 
 // Deletes the game selected in the chooser; entry 0 is then the current one. Entry 0 itself is
-// refused with a message. The game's folder stays.
+// refused with a message. The game's folder stays. Raises Subscript out of range, with nothing
+// changed, when no game is selected.
 void DeleteMud();
 
 // Index of the game called text, or of the one for HOST:PORT, which is added under the name HOST

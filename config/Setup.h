@@ -42,10 +42,13 @@ void Swatch_Click(std::size_t swatch);
 // font. Nests.
 void cmdFont_Click();
 
-// Meant: the palette stays as it is, and the font is written where nobody reads it.
+// Shows the palette's colours on all swatches, the output's base font, and ";" as the escape
+// character; new output is in Courier 10. Meant: the palette stays as it is, and the font is
+// written where nobody reads it.
 void cmdDefault_Click();
 
-// An empty text changes nothing.
+// The escape character's box was edited: its whole text is the escape character from now on. An
+// empty text changes nothing.
 void txtEscChar_Change(const std::string& text);
 
 } // namespace mw
