@@ -9,7 +9,7 @@ namespace mw {
 // shows it.
 inline std::string Notice;
 
-// Shows text in the notice panel of the status bar.
+// Makes text the notice and shows it in the status bar, when there is one.
 void ShowNotice(const std::string& text);
 
 } // namespace mw
