@@ -18,6 +18,7 @@ inline std::string WorkText;                    // what lblWork shows
 // Opens the browser window on the maker's web site.
 void OpenWebSite();
 
+// The window has been made: its list begins anew, and it goes to StartAddress.
 void frmBrowser_Load();
 
 // An entry of the list was chosen, or Enter pressed: goes to the address in the box. One without a
@@ -31,7 +32,8 @@ void cboAdd_KeyPress(char character);
 // "Back", "Forward", "Stop", "Home" or "Refresh"; any other key does nothing.
 void tbrMain_ButtonClick(std::string_view key);
 
-// Lets the label grow while a page is on its way, and ends when it is there.
+// Lets the label grow while a page is on its way. Shows the page's name and address, and stops its
+// own timer, when it is there.
 void timNav_Timer();
 
 // A new page has been reached: its name is the window's caption.
