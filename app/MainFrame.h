@@ -23,11 +23,16 @@ void MDIForm_Load();
 // none. Raises what FindOrAddMud and ConnectToMud raise.
 void ConnectAsAsked();
 
+// Tells that there is no log to start.
 void mnuAutoLog_Click();
+
+// Turn the echo, and the keeping of sent text, on or off: flag, mark and setting. A setting that
+// can't be kept gives a notice.
 void mnuEcho_Click();
 void mnuInput_Click();
 
-// Shows the toolbar instead of the Mud menu, or the other way round.
+// Shows the toolbar instead of the Mud menu, or the other way round; fills the chooser anew and
+// keeps the choice as a setting.
 void mnutoolbar_Click();
 
 // The frame is being closed: the other windows go, and the splash begins to save.

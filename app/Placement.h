@@ -17,8 +17,8 @@ struct KeptPlacement {
     std::string Height;
 };
 
-// The placement, made no larger than all screens together. Nothing when a text is no number or too
-// little of the frame would be seen on any of the screens to be taken hold of.
+// The placement, made no larger than all screens (at least one) together. Nothing when a text is no
+// number or too little of the frame would be seen on any of the screens to be taken hold of.
 std::optional<Rectangle> UsablePlacement(const KeptPlacement& kept,
                                          const std::vector<Rectangle>& screens);
 
