@@ -12,7 +12,6 @@
 #include "ui/SplashControls.h"
 
 #include <algorithm>
-#include <iterator>
 #include <span>
 
 namespace mw {

@@ -66,8 +66,6 @@ frmInput::frmInput(QWidget* parent) : QWidget(parent), cboInput(new QComboBox(th
             [](int index) { SelectHistory(static_cast<std::int16_t>(index)); });
 }
 
-frmInput::~frmInput() = default;
-
 // The box has the focus itself, so the keys come to it and not to its edit field. Taking the
 // shortcut override brings every key here before a menu can have it.
 bool frmInput::eventFilter(QObject* watched, QEvent* event) {

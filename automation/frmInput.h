@@ -4,8 +4,6 @@
 // automation/CommandBox.h; the box only shows what they set.
 #pragma once
 
-#include <functional>
-
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QWidget>
@@ -20,7 +18,6 @@ class frmInput : public QWidget {
 
 public:
     explicit frmInput(QWidget* parent = nullptr);
-    ~frmInput() override;
 
 signals:
     // Page Up or Page Down was pressed: the output's affair.

@@ -6,7 +6,6 @@
 #include "ui/qt/WindowsOnTop.h"
 
 #include <array>
-#include <cstdint>
 
 #include <QComboBox>
 #include <QLineEdit>

@@ -7,7 +7,6 @@
 #include "config/Palette.h"
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 
 namespace mw {

@@ -9,12 +9,15 @@
 #include "terminal/Output.h"
 #include "ui/OutputControls.h"
 #include "ui/Socket.h"
+#include "ui/Timers.h"
 #include "ui/qt/Announcer.h"
 #include "ui/qt/EventBoundary.h"
 #include "ui/qt/GameSocket.h"
 #include "ui/qt/KeyCodes.h"
 #include "ui/qt/OutputView.h"
 #include "ui/qt/Text.h"
+
+#include <deque>
 
 #include <QCloseEvent>
 #include <QHBoxLayout>

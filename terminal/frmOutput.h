@@ -5,10 +5,6 @@
 // net/Connection.h, the scroll bar to terminal/Output.h.
 #pragma once
 
-#include "ui/Timers.h"
-
-#include <string_view>
-
 #include <QScrollBar>
 #include <QSplitter>
 #include <QTimer>
