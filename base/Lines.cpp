@@ -24,6 +24,8 @@ std::string ReadLine(LineReader& reader) {
     return std::string(line);
 }
 
+void AppendLine(std::string& text, std::string_view line) { text.append(line).append("\r\n"); }
+
 std::string ValueAfterEquals(std::string_view line) {
     // Without a "=" npos + 1 is 0: the whole line.
     return std::string(line.substr(line.find('=') + 1));

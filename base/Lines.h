@@ -1,7 +1,7 @@
 // Lines of a text that was read from a file, and the key and value lines among them.
 //
 // The readers of the client's files walk their text with a LineReader. Lines end with CR LF or with
-// LF alone.
+// LF alone; those that are written end with CR LF.
 #pragma once
 
 #include <string>
@@ -20,6 +20,9 @@ bool AtEnd(const LineReader& reader);
 // The next line without its line end. Raises Input past end of file when there is none. Lets
 // pending events run.
 std::string ReadLine(LineReader& reader);
+
+// Adds line and its line end to the end of text.
+void AppendLine(std::string& text, std::string_view line);
 
 // The text after the first "=" of a line; the whole line when it has none.
 std::string ValueAfterEquals(std::string_view line);

@@ -16,7 +16,6 @@ namespace mw {
 namespace {
 
 constexpr const char* kFile = "Data\\client.cfg";
-constexpr std::string_view kLineEnd = "\r\n";
 
 constexpr std::array<std::string_view, MwDefault + 1> kColourKeys = {
     "MwBlack",   "MwGrey",   "MwLGrey",  "MwLRed",  "MwBRed",    "MwLGreen",
@@ -95,16 +94,16 @@ std::string ReadSetNames(LineReader& reader, std::vector<MacroSet>& sets) {
 
 std::string FormatClientConfig(const ClientConfig& config) {
     std::string text;
-    const auto write = [&text](std::string_view line) { text.append(line).append(kLineEnd); };
-    write("[Colours]");
+    AppendLine(text, "[Colours]");
     for (std::size_t slot = 0; slot < kColourKeys.size(); ++slot)
-        write(std::string(kColourKeys[slot]) + "=&H" + Hexadecimal(config.Colours[slot]));
-    write("[Config]");
-    write("Esc=" + config.Escape);
-    write("[Macros]");
+        AppendLine(text,
+                   std::string(kColourKeys[slot]) + "=&H" + Hexadecimal(config.Colours[slot]));
+    AppendLine(text, "[Config]");
+    AppendLine(text, "Esc=" + config.Escape);
+    AppendLine(text, "[Macros]");
     for (const MacroSet& set : config.Sets)
-        write(set.Name);
-    write("[END]");
+        AppendLine(text, set.Name);
+    AppendLine(text, "[END]");
     return text;
 }
 

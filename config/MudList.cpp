@@ -57,21 +57,20 @@ const MudEntry& MudAt(std::int16_t index) {
 
 std::string FormatMudList(const std::vector<MudEntry>& muds) {
     std::string text;
-    const auto write = [&text](const std::string& line) { text.append(line).append("\r\n"); };
-    const auto writeSwitch = [&write](const char* key, bool value) {
-        write(key + std::string(BooleanText(value)));
+    const auto appendSwitch = [&text](const char* key, bool value) {
+        AppendLine(text, key + std::string(BooleanText(value)));
     };
     for (const MudEntry& mud : muds) {
-        write("[Mud]");
-        write("Mud=" + mud.Name);
-        write("Addy=" + mud.Address);
-        write("Port=" + std::to_string(mud.Port));
-        writeSwitch("SndD=", mud.SndD);
-        writeSwitch("SndM=", mud.SndM);
-        writeSwitch("Msp=", mud.Msp);
-        writeSwitch("SndW=", mud.SndW);
+        AppendLine(text, "[Mud]");
+        AppendLine(text, "Mud=" + mud.Name);
+        AppendLine(text, "Addy=" + mud.Address);
+        AppendLine(text, "Port=" + std::to_string(mud.Port));
+        appendSwitch("SndD=", mud.SndD);
+        appendSwitch("SndM=", mud.SndM);
+        appendSwitch("Msp=", mud.Msp);
+        appendSwitch("SndW=", mud.SndW);
     }
-    write("[End]");
+    AppendLine(text, "[End]");
     return text;
 }
 

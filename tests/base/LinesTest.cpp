@@ -52,6 +52,14 @@ TEST_F(Lines, ReadingPastTheEndIsAnError) {
     }
 }
 
+TEST_F(Lines, AreAppendedWithCarriageReturnAndLineFeed) {
+    std::string text;
+    for (const char* line : {"a", "", " b "})
+        AppendLine(text, line);
+    EXPECT_EQ(text, "a\r\n\r\n b \r\n");
+    EXPECT_EQ(AllLines(text), (Texts{"a", "", " b "}));
+}
+
 TEST_F(Lines, EachLineLetsEventsRun) {
     AllLines("a\nb\nc");
     EXPECT_EQ(fakes::EventRuns, 3);
