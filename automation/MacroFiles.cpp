@@ -93,38 +93,48 @@ void ReadItem(LineReader& reader, const std::string& line, MacroSet& set) {
         RefuseLine(set, line);
 }
 
-} // namespace
-
-std::string FormatMacroSet(const MacroSet& set) {
-    std::string text;
-    const auto write = [&text](const std::string& line) { text.append(line).append("\r\n"); };
+void AppendKeys(std::string& text, const MacroSet& set) {
     for (std::int16_t code = 0; code <= 255; ++code) {
         for (const KeyWord& key : kKeyWords) {
             const std::string& macro = KeyText(set.*(key.Table), code);
             if (!macro.empty())
-                write(std::string(key.Word) + std::to_string(code) + "=" + macro);
+                AppendLine(text, std::string(key.Word) + std::to_string(code) + "=" + macro);
         }
     }
-    const std::vector<TriggerEntry>& triggers = set.Triggers.Entries();
+}
+
+void AppendTriggers(std::string& text, const std::vector<TriggerEntry>& triggers) {
     for (std::size_t i = 0; i < triggers.size(); ++i) {
         if (triggers[i].Trigger.empty())
             continue;
-        write("[Trigger]");
-        write("Value=" + std::to_string(i));
-        write("Trigger=" + triggers[i].Trigger);
-        write("React=" + triggers[i].React);
-        write("~");
+        AppendLine(text, "[Trigger]");
+        AppendLine(text, "Value=" + std::to_string(i));
+        AppendLine(text, "Trigger=" + triggers[i].Trigger);
+        AppendLine(text, "React=" + triggers[i].React);
+        AppendLine(text, "~");
     }
-    for (std::size_t i = 0; i < set.Aliases.size(); ++i) {
-        if (set.Aliases[i].Alias.empty())
+}
+
+void AppendAliases(std::string& text, const std::vector<AliasEntry>& aliases) {
+    for (std::size_t i = 0; i < aliases.size(); ++i) {
+        if (aliases[i].Alias.empty())
             continue;
-        write("[Alias]");
-        write("Value=" + std::to_string(i));
-        write("Alias=" + set.Aliases[i].Alias);
-        write("Replace=" + set.Aliases[i].Replace);
-        write("IsEnabled=" + std::string(BooleanText(set.Aliases[i].IsEnabled)));
+        AppendLine(text, "[Alias]");
+        AppendLine(text, "Value=" + std::to_string(i));
+        AppendLine(text, "Alias=" + aliases[i].Alias);
+        AppendLine(text, "Replace=" + aliases[i].Replace);
+        AppendLine(text, "IsEnabled=" + std::string(BooleanText(aliases[i].IsEnabled)));
     }
-    write("[End]");
+}
+
+} // namespace
+
+std::string FormatMacroSet(const MacroSet& set) {
+    std::string text;
+    AppendKeys(text, set);
+    AppendTriggers(text, set.Triggers.Entries());
+    AppendAliases(text, set.Aliases);
+    AppendLine(text, "[End]");
     return text;
 }
 
