@@ -2,6 +2,7 @@
 
 #include "base/Error.h"
 #include "fakes/Fakes.h"
+#include "support/ErrorOf.h"
 
 #include <ostream>
 
@@ -93,12 +94,7 @@ TEST_F(AliasesOfTheSets, AreNotChangedByUse) {
 TEST_F(AliasesOfTheSets, NeedACurrentSet) {
     for (const int index : {2, -1}) {
         CurrentMacroSet = static_cast<std::int16_t>(index);
-        try {
-            ExpandAlias("k");
-            ADD_FAILURE() << "set " << index;
-        } catch (const Error& error) {
-            EXPECT_EQ(error.Number, SubscriptOutOfRange);
-        }
+        EXPECT_EQ(ErrorOf([] { ExpandAlias("k"); }), SubscriptOutOfRange) << "set " << index;
     }
 }
 

@@ -4,6 +4,7 @@
 #include "base/Error.h"
 #include "base/Globals.h"
 #include "fakes/Fakes.h"
+#include "support/ErrorOf.h"
 #include "support/RandomInputs.h"
 
 #include <ostream>
@@ -161,12 +162,7 @@ TEST_F(Reactions, OfAThousandTriggersAreAllSent) {
 TEST_F(Reactions, NeedACurrentSet) {
     for (const int index : {1, -1}) {
         CurrentMacroSet = static_cast<std::int16_t>(index);
-        try {
-            CheckTriggers("x\n");
-            ADD_FAILURE() << "set " << index;
-        } catch (const Error& error) {
-            EXPECT_EQ(error.Number, SubscriptOutOfRange);
-        }
+        EXPECT_EQ(ErrorOf([] { CheckTriggers("x\n"); }), SubscriptOutOfRange) << "set " << index;
     }
 }
 

@@ -1,5 +1,7 @@
 #include "base/Error.h"
 
+#include "support/ErrorOf.h"
+
 #include <gtest/gtest.h>
 #include <ostream>
 
@@ -31,11 +33,7 @@ const Row kRows[] = {
 };
 
 Error Raised(RunTimeError kind, std::string_view source) {
-    try {
-        Raise(kind, source);
-    } catch (const Error& error) {
-        return error;
-    }
+    return RaisedBy([&] { Raise(kind, source); });
 }
 
 class RaisedError : public testing::TestWithParam<Row> {};

@@ -2,6 +2,7 @@
 
 #include "base/Error.h"
 #include "fakes/Fakes.h"
+#include "support/ErrorOf.h"
 
 namespace mw {
 namespace {
@@ -43,13 +44,12 @@ TEST_F(Lines, KeepBlanksAndEveryByte) {
 
 TEST_F(Lines, ReadingPastTheEndIsAnError) {
     LineReader reader{""};
-    try {
-        ReadLine(reader);
-        FAIL() << "nothing was raised";
-    } catch (const Error& error) {
-        EXPECT_EQ(error.Number, InputPastEnd);
-        EXPECT_EQ(error.Description, "Input past end of file");
-    }
+    EXPECT_EQ(ErrorOf([&reader] { ReadLine(reader); }), InputPastEnd);
+}
+
+TEST_F(Lines, EachLineLetsEventsRun) {
+    AllLines("a\nb\nc");
+    EXPECT_EQ(fakes::EventRuns, 3);
 }
 
 TEST_F(Lines, AreAppendedWithCarriageReturnAndLineFeed) {
@@ -58,11 +58,6 @@ TEST_F(Lines, AreAppendedWithCarriageReturnAndLineFeed) {
         AppendLine(text, line);
     EXPECT_EQ(text, "a\r\n\r\n b \r\n");
     EXPECT_EQ(AllLines(text), (Texts{"a", "", " b "}));
-}
-
-TEST_F(Lines, EachLineLetsEventsRun) {
-    AllLines("a\nb\nc");
-    EXPECT_EQ(fakes::EventRuns, 3);
 }
 
 TEST_F(Lines, TheValueIsWhatFollowsTheFirstEqualsSign) {

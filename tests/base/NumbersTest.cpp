@@ -1,6 +1,7 @@
 #include "base/Numbers.h"
 
 #include "base/Error.h"
+#include "support/ErrorOf.h"
 
 #include <clocale>
 #include <gtest/gtest.h>
@@ -8,21 +9,12 @@
 namespace mw {
 namespace {
 
-std::int32_t ErrorOf(void (*convert)(std::string_view), std::string_view text) {
-    try {
-        convert(text);
-    } catch (const Error& error) {
-        return error.Number;
-    }
-    return 0;
-}
-
 std::int32_t Int16Error(std::string_view text) {
-    return ErrorOf([](std::string_view t) { ToInt16(t); }, text);
+    return ErrorOf([text] { ToInt16(text); });
 }
 
 std::int32_t Int32Error(std::string_view text) {
-    return ErrorOf([](std::string_view t) { ToInt32(t); }, text);
+    return ErrorOf([text] { ToInt32(text); });
 }
 
 TEST(Numbers, TextsThatAreNumeric) {
@@ -88,7 +80,7 @@ TEST(Numbers, BooleansAreWordsInAnyCaseOrNumbers) {
     for (const char* text : {"False", "FALSE", "false", "0", " 0 ", "0.0", "&H0"})
         EXPECT_FALSE(ToBoolean(text)) << text;
     for (const char* text : {"", "Yes", "Truely", "Tru", "T"})
-        EXPECT_EQ(ErrorOf([](std::string_view t) { ToBoolean(t); }, text), TypeMismatch) << text;
+        EXPECT_EQ(ErrorOf([text] { ToBoolean(text); }), TypeMismatch) << text;
 }
 
 TEST(Numbers, BooleansAreWrittenAsWords) {

@@ -2,6 +2,7 @@
 
 #include "base/Error.h"
 #include "config/FreshFolder.h"
+#include "support/ErrorOf.h"
 
 #include <gtest/gtest.h>
 #include <ostream>
@@ -16,12 +17,7 @@ namespace fs = std::filesystem;
 class Files : public testing::Test {
 protected:
     static std::int32_t MakeFolderError(const std::string& name) {
-        try {
-            MakeFolder(name);
-        } catch (const Error& error) {
-            return error.Number;
-        }
-        return 0;
+        return ErrorOf([&name] { MakeFolder(name); });
     }
 
     FreshFolder Folder;

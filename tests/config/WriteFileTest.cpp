@@ -2,6 +2,7 @@
 #include "config/FreshFolder.h"
 #include "fakes/Fakes.h"
 #include "support/ChildProcess.h"
+#include "support/ErrorOf.h"
 
 #include <csignal>
 #include <sys/resource.h>
@@ -15,12 +16,7 @@ namespace fs = std::filesystem;
 class WholeFiles : public RuleTest {
 protected:
     std::int32_t ReadError(const std::string& name) {
-        try {
-            ReadFile(name);
-        } catch (const Error& error) {
-            return error.Number;
-        }
-        return 0;
+        return ErrorOf([&name] { ReadFile(name); });
     }
 
     std::size_t Count() {
