@@ -97,6 +97,7 @@ RuleTest::RuleTest() {
     fakes::SelStart = fakes::SelLength = 0;
     fakes::Items.clear();
     fakes::ChosenMud.clear();
+    fakes::Date = "2026-11-21 12:00:00";
     fakes::ListIndex = 0;
     fakes::Enabled.clear();
     fakes::Visible.clear();

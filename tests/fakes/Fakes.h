@@ -113,7 +113,7 @@ inline std::int32_t SetCode = 0;
 inline std::int32_t QueryCode = 0;
 inline int OpenKeys = 0; // keys opened and not closed
 
-inline std::string Date = "2026-11-21 12:00:00";
+inline std::string Date; // and time, as the clock tells them
 
 } // namespace fakes
 

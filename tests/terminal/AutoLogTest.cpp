@@ -1,63 +1,35 @@
 #include "terminal/AutoLog.h"
 
 #include "base/Error.h"
+#include "config/FreshFolder.h"
 #include "fakes/Fakes.h"
 #include "net/Connection.h"
+#include "support/ErrorOf.h"
 #include "terminal/Output.h"
-
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-#include <unistd.h>
 
 namespace mw {
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr const char* kDate = "2026-11-21 12:00:00";
 
 class SessionLog : public RuleTest {
 protected:
     SessionLog() {
-        fakes::Date = kDate;
-        fs::remove_all(Folder);
-        fs::create_directories(Folder);
         AutoLogOn = true;
-        LogFilePath = (Folder / "session.log").string();
+        LogFilePath = PathOf("session.log");
     }
 
-    ~SessionLog() override {
-        CloseLog();
-        AutoLogOn = false;
-        LogFilePath.clear();
-        fs::remove_all(Folder);
-    }
+    ~SessionLog() override { CloseLog(); }
 
-    static std::string Contents(const fs::path& path) {
-        std::ifstream file(path, std::ios::binary);
-        std::ostringstream all;
-        all << file.rdbuf();
-        return all.str();
-    }
+    std::string PathOf(const std::string& name) const { return (Folder.Path / name).string(); }
 
-    std::string Logged() const { return Contents(Folder / "session.log"); }
+    std::string Logged() const { return Folder.ContentOf("session.log"); }
 
     static std::string Record(const std::string& line) {
         return "\"" + std::string(kDate) + ": " + line + "\"\r\n";
     }
 
-    static std::int32_t ErrorOfOpening() {
-        try {
-            OpenLog();
-        } catch (const Error& error) {
-            return error.Number;
-        }
-        return 0;
-    }
-
-    const fs::path Folder =
-        fs::path(testing::TempDir()) / ("quillmere-log-" + std::to_string(getpid()));
+    FreshFolder Folder;
 };
 
 TEST_F(SessionLog, WritesALineAsOneQuotedRecordWhoseCloseStandsOnTheNextLine) {
@@ -114,7 +86,7 @@ TEST_F(SessionLog, OpeningMakesTheFileAndTakesANumber) {
     OpenLog();
     EXPECT_TRUE(LogFileOpen);
     EXPECT_GT(LogFileNumber, 0);
-    EXPECT_TRUE(fs::exists(LogFilePath));
+    EXPECT_TRUE(std::filesystem::exists(LogFilePath));
 }
 
 TEST_F(SessionLog, ClosingEndsIt) {
@@ -151,17 +123,17 @@ TEST_F(SessionLog, WritesOnlyWhenItIsOnAndOpen) {
 TEST_F(SessionLog, OneThatIsStillOpenIsClosedByTheNext) {
     OpenLog();
     WriteLogLine("one\n");
-    LogFilePath = (Folder / "other.log").string();
+    LogFilePath = PathOf("other.log");
     OpenLog();
     WriteLogLine("two\n");
     EXPECT_EQ(Logged(), Record("one\n"));
-    EXPECT_EQ(Contents(Folder / "other.log"), Record("two\n"));
+    EXPECT_EQ(Folder.ContentOf("other.log"), Record("two\n"));
 }
 
 TEST_F(SessionLog, AFileThatCanNotBeOpenedRaisesPathFileAccess) {
-    for (const fs::path& path : {Folder, Folder / "missing" / "session.log", fs::path()}) {
-        LogFilePath = path.string();
-        EXPECT_EQ(ErrorOfOpening(), PathFileAccess) << path;
+    for (const std::string& path : {PathOf(""), PathOf("missing/session.log"), std::string()}) {
+        LogFilePath = path;
+        EXPECT_EQ(ErrorOf(OpenLog), PathFileAccess) << path;
         EXPECT_FALSE(LogFileOpen);
         WriteLogLine("nowhere\n");
     }
@@ -170,10 +142,10 @@ TEST_F(SessionLog, AFileThatCanNotBeOpenedRaisesPathFileAccess) {
 TEST_F(SessionLog, AFailedOpeningClosesTheOldLogAndSpoilsNoLaterOne) {
     OpenLog();
     WriteLogLine("one\n");
-    LogFilePath = Folder.string();
-    EXPECT_EQ(ErrorOfOpening(), PathFileAccess);
+    LogFilePath = PathOf("");
+    EXPECT_EQ(ErrorOf(OpenLog), PathFileAccess);
     EXPECT_FALSE(LogFileOpen);
-    LogFilePath = (Folder / "session.log").string();
+    LogFilePath = PathOf("session.log");
     OpenLog();
     WriteLogLine("two\n");
     EXPECT_EQ(Logged(), Record("one\n") + Record("two\n"));
@@ -185,17 +157,17 @@ TEST_F(SessionLog, AFailedWriteIsIgnoredAndSpoilsNoLaterLog) {
     EXPECT_NO_THROW(WriteLogLine("lost\n"));
     EXPECT_NO_THROW(WriteLogLine(std::string(100000, 'x')));
     EXPECT_TRUE(LogFileOpen);
-    LogFilePath = (Folder / "session.log").string();
+    LogFilePath = PathOf("session.log");
     OpenLog();
     WriteLogLine("kept\n");
     EXPECT_EQ(Logged(), Record("kept\n"));
 }
 
 TEST_F(SessionLog, ItsPathIsReadInTheClientsCodePage) {
-    LogFilePath = (Folder / "caf\xe9.log").string();
+    LogFilePath = PathOf("caf\xe9.log");
     OpenLog();
     WriteLogLine("one\n");
-    EXPECT_EQ(Contents(Folder / u8"caf\u00e9.log"), Record("one\n"));
+    EXPECT_EQ(Folder.ContentOf(u8"caf\u00e9.log"), Record("one\n"));
 }
 
 TEST_F(SessionLog, TakesTheCompletedLinesOfTheOutput) {
@@ -217,27 +189,6 @@ TEST_F(SessionLog, StatusLinesAreNotLogged) {
     std::string text = "line\n";
     AppendOutput(text);
     EXPECT_EQ(Logged(), Record("line\n"));
-}
-
-TEST_F(SessionLog, OpensWithTheConnectionWhenItIsOn) {
-    wskTCP_Connect();
-    EXPECT_TRUE(LogFileOpen);
-    EXPECT_TRUE(fs::exists(LogFilePath));
-}
-
-TEST_F(SessionLog, StaysClosedAtTheConnectionWhenItIsOff) {
-    AutoLogOn = false;
-    wskTCP_Connect();
-    EXPECT_FALSE(LogFileOpen);
-    EXPECT_FALSE(fs::exists(LogFilePath));
-}
-
-TEST_F(SessionLog, ClosesWithTheConnection) {
-    wskTCP_Connect();
-    WriteLogLine("one\n");
-    wskTCP_Close();
-    EXPECT_FALSE(LogFileOpen);
-    EXPECT_EQ(Logged(), Record("one\n"));
 }
 
 TEST_F(SessionLog, StaysOpenAtASocketErrorOnPurpose) {

@@ -3,16 +3,12 @@
 #include "automation/Macros.h"
 #include "base/Error.h"
 #include "base/Globals.h"
+#include "config/FreshFolder.h"
 #include "fakes/Fakes.h"
-#include "terminal/AutoLog.h"
 #include "support/ErrorOf.h"
+#include "terminal/AutoLog.h"
 
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <random>
-#include <sstream>
-#include <unistd.h>
 
 namespace mw {
 namespace {
@@ -410,25 +406,16 @@ TEST_F(OutputView, AStatusLineHandsNoWaitingLineOn) {
 class WaitingLines : public RuleTest {
 protected:
     WaitingLines() {
-        fs::remove(Path);
-        LogFilePath = Path.string();
+        LogFilePath = (Folder.Path / "lines.log").string();
         AutoLogOn = true;
         OpenLog();
     }
 
-    ~WaitingLines() override {
-        CloseLog();
-        AutoLogOn = false;
-        LogFilePath.clear();
-        fs::remove(Path);
-    }
+    ~WaitingLines() override { CloseLog(); }
 
     // The lines handed on so far.
     Strings HandedOn() const {
-        std::ifstream file(Path, std::ios::binary);
-        std::ostringstream all;
-        all << file.rdbuf();
-        const std::string text = all.str();
+        const std::string text = Folder.ContentOf("lines.log");
         const std::string begin = "\"" + fakes::Date + ": ";
         const std::string end = "\"\r\n";
         Strings lines;
@@ -441,8 +428,7 @@ protected:
         return lines;
     }
 
-    const fs::path Path =
-        fs::path(testing::TempDir()) / ("quillmere-lines-" + std::to_string(getpid()));
+    FreshFolder Folder;
 };
 
 std::string X(std::size_t count) { return std::string(count, 'x'); }
