@@ -15,7 +15,6 @@
 #include "terminal/Output.h"
 #include "ui/UserSettings.h"
 
-#include <algorithm>
 #include <ostream>
 
 namespace mw {
@@ -423,10 +422,6 @@ protected:
         ConnectAtStart = text;
         ConnectAsAsked();
     }
-
-    static bool Called(const std::string& call) {
-        return std::find(fakes::Calls.begin(), fakes::Calls.end(), call) != fakes::Calls.end();
-    }
 };
 
 TEST_F(AskedAtStart, NothingDoesNothing) {
@@ -440,7 +435,7 @@ TEST_F(AskedAtStart, ANameIsChosenAndThenConnectedTo) {
     const Steps first(fakes::Calls.begin(), fakes::Calls.begin() + 4);
     EXPECT_EQ(first, (Steps{"cboMud index 1", "lblAddress 192.0.2.10", "lblPort 4000",
                             "Disable cmdConn"}));
-    EXPECT_TRUE(Called("Connect 192.0.2.10:4000"));
+    EXPECT_EQ(fakes::CallsOf("Connect 192.0.2.10:4000"), 1);
     EXPECT_EQ(MudList.size(), 3u);
     EXPECT_FALSE(Exists("muds.lst", "Data"));
 }
@@ -452,22 +447,22 @@ TEST_F(AskedAtStart, AHostAndPortIsAddedSavedChosenAndConnectedTo) {
     EXPECT_EQ(Folder.ContentOf("Data/muds.lst"), FormatMudList(MudList));
     EXPECT_TRUE(Folder.HasFolder("new.example/sounds"));
     EXPECT_EQ(fakes::Calls.front(), "cboMud add new.example");
-    EXPECT_TRUE(Called("cboMud index 3"));
-    EXPECT_TRUE(Called("Connect new.example:5000"));
+    EXPECT_EQ(fakes::CallsOf("cboMud index 3"), 1);
+    EXPECT_EQ(fakes::CallsOf("Connect new.example:5000"), 1);
 }
 
 TEST_F(AskedAtStart, AHostAndPortThatIsThereIsNotAddedAgain) {
     Ask("192.0.2.10:4000");
     EXPECT_EQ(MudList.size(), 3u);
     EXPECT_EQ(CurrentMud, 1);
-    EXPECT_TRUE(Called("Connect 192.0.2.10:4000"));
+    EXPECT_EQ(fakes::CallsOf("Connect 192.0.2.10:4000"), 1);
 }
 
 TEST_F(AskedAtStart, ANameWithAColonIsAName) {
     MudList[2].Name = "Realms: North";
     Ask("Realms: North");
     EXPECT_EQ(CurrentMud, 2);
-    EXPECT_TRUE(Called("Connect :-1"));
+    EXPECT_EQ(fakes::CallsOf("Connect :-1"), 1);
 }
 
 TEST_F(AskedAtStart, WhatIsNoGameIsToldOnceAndNothingIsChosen) {
@@ -502,7 +497,7 @@ TEST_F(AskedAtStart, BelowATakenFolderNothingIsWrittenAndTheGameIsPlayed) {
     FolderIsTaken = true;
     const auto before = Folder.Contents();
     Ask("new.example:5000");
-    EXPECT_TRUE(Called("Connect new.example:5000"));
+    EXPECT_EQ(fakes::CallsOf("Connect new.example:5000"), 1);
     EXPECT_EQ(Folder.Contents(), before);
 }
 

@@ -58,13 +58,13 @@ TEST_F(Opening, FromTheMenuBeginsWithTheMakersWebSite) {
 TEST_F(Opening, FromThePromptsYesBeginsWithTheMakersWebSite) {
     cmdYes_Click(false);
     EXPECT_EQ(StartAddress, kHome);
-    EXPECT_EQ(std::ranges::count(fakes::Calls, "ShowBrowser"), 1);
+    EXPECT_EQ(fakes::CallsOf("ShowBrowser"), 1);
 }
 
 TEST_F(Opening, DoesNotFollowThePromptsNo) {
     cmdNo_Click(false);
     EXPECT_EQ(StartAddress, "");
-    EXPECT_EQ(std::ranges::count(fakes::Calls, "ShowBrowser"), 0);
+    EXPECT_EQ(fakes::CallsOf("ShowBrowser"), 0);
 }
 
 TEST_F(Opening, PutsTheHomeAddressIntoTheBoxAndGoesThere) {

@@ -34,6 +34,7 @@
 #include "ui/Timers.h"
 #include "ui/UserSettings.h"
 
+#include <algorithm>
 #include <limits>
 #include <sstream>
 
@@ -52,6 +53,16 @@ std::string Words(std::string_view verb, std::string_view text) {
 } // namespace
 
 namespace fakes {
+
+std::ptrdiff_t CallsOf(const std::string& call) {
+    return std::count(Calls.begin(), Calls.end(), call);
+}
+
+std::ptrdiff_t PlaceOf(const std::string& call) {
+    const auto found = std::find(Calls.begin(), Calls.end(), call);
+    EXPECT_NE(found, Calls.end()) << "no call " << call;
+    return found - Calls.begin();
+}
 
 std::string Sent() {
     std::string all;

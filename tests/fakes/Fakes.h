@@ -11,6 +11,7 @@
 #include "ui/SplashControls.h"
 #include "ui/UpdateControls.h"
 
+#include <cstddef>
 #include <deque>
 #include <filesystem>
 #include <functional>
@@ -26,6 +27,11 @@ namespace fakes {
 // "Enable cmdConn", "Disable cmdDisco", "Message ...", "Append ffffff text", "Stop wave" ...
 inline std::vector<std::string> Calls;
 inline std::function<void(const std::string& call)> OnCall; // what happens while one is made
+
+// How often a call was made, and which one it was first, counted from 0. To ask for the place of a
+// call that was not made is a failure.
+std::ptrdiff_t CallsOf(const std::string& call);
+std::ptrdiff_t PlaceOf(const std::string& call);
 
 // What went to the socket: call by call, and as one stream.
 inline std::vector<std::string> Sends;

@@ -78,15 +78,6 @@ protected:
 
     static std::string Clock() { return fakes::Panels[stsBar::ClockPanel]; }
 
-    static std::size_t StepOf(const std::string& step) {
-        for (std::size_t i = 0; i < fakes::Calls.size(); ++i) {
-            if (fakes::Calls[i] == step)
-                return i;
-        }
-        ADD_FAILURE() << "no step " << step;
-        return fakes::Calls.size();
-    }
-
     FreshFolder Folder;
 };
 
@@ -336,7 +327,7 @@ TEST_F(ConnectTimer, RunsAgainWithTheNextConnection) {
     tmrConnect_Timer();
     Forget();
     ConnectToMud();
-    EXPECT_LT(StepOf("Connect game.example:1234"), StepOf("Start tmrConnect 100"));
+    EXPECT_LT(fakes::PlaceOf("Connect game.example:1234"), fakes::PlaceOf("Start tmrConnect 100"));
 }
 
 class Timers : public ConnectionTest {};
@@ -558,7 +549,7 @@ TEST_F(DataArrival, AppendsBehindWhatWaits) {
 
 TEST_F(DataArrival, AnswersBeforeTheTextIsShown) {
     Receive("a\xff\xfd\x01z.");
-    EXPECT_LT(StepOf("Send \xff\xfb\x01"), StepOf("Append ffffff az"));
+    EXPECT_LT(fakes::PlaceOf("Send \xff\xfb\x01"), fakes::PlaceOf("Append ffffff az"));
 }
 
 TEST_F(DataArrival, AnswersBeforeTheRestIsScanned) {
@@ -657,7 +648,7 @@ TEST_F(CloseEvent, ShowsTheTextThatWaitsFirst) {
     wskTCP_Close();
     EXPECT_EQ(fakes::Shown, "Good bye\n\nConnection Closed");
     EXPECT_EQ(View(IncomingBuffer), "");
-    EXPECT_LT(StepOf("Stop tmrConnect"), StepOf("Append ffffff Good bye"));
+    EXPECT_LT(fakes::PlaceOf("Stop tmrConnect"), fakes::PlaceOf("Append ffffff Good bye"));
 }
 
 TEST_F(CloseEvent, ShowsASequenceThatNeverEndedWithoutItsEsc) {
@@ -815,8 +806,8 @@ TEST_F(Disconnecting, SetsTheMenuBeforeThePanelAndAfterTheOutput) {
     BeConnected();
     DisconnectFromMud();
     for (const char* step : {"Enable mnuADCmud", "Enable mnuConnect", "Disable mnuDisconnect"}) {
-        EXPECT_LT(StepOf("CaretToEnd"), StepOf(step));
-        EXPECT_LT(StepOf(step), StepOf("Panel 1 "));
+        EXPECT_LT(fakes::PlaceOf("CaretToEnd"), fakes::PlaceOf(step));
+        EXPECT_LT(fakes::PlaceOf(step), fakes::PlaceOf("Panel 1 "));
     }
 }
 

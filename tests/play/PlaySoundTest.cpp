@@ -10,7 +10,6 @@
 #include "support/ErrorOf.h"
 #include "terminal/IncomingBuffer.h"
 
-#include <algorithm>
 #include <ostream>
 
 namespace mw {
@@ -93,9 +92,7 @@ protected:
         GetParam().Play(name, address, 0, priority);
     }
 
-    static bool IsPlayed() {
-        return std::count(fakes::Calls.begin(), fakes::Calls.end(), GetParam().PlayCall) == 1;
-    }
+    static bool IsPlayed() { return fakes::CallsOf(GetParam().PlayCall) == 1; }
 };
 
 INSTANTIATE_TEST_SUITE_P(Kinds, PlayingEither, testing::ValuesIn(kKinds),
@@ -282,8 +279,7 @@ TEST_P(PlayingEither, OpensTenWindowsForTenMissingFilesAndTakesSlot0Again) {
     std::int16_t slot = 0;
     for (const DownloadSlot& row : DownloadTable) {
         const std::string window = std::to_string(row.Download) + " " + std::to_string(slot) + " ";
-        EXPECT_EQ(std::count(fakes::Calls.begin(), fakes::Calls.end(),
-                             "OpenDownloadWindow " + window + std::to_string(slot) + ".wav"),
+        EXPECT_EQ(fakes::CallsOf("OpenDownloadWindow " + window + std::to_string(slot) + ".wav"),
                   1);
         ++slot;
     }
@@ -802,7 +798,7 @@ TEST_F(Playing, StopsTheTimerOfTheWavesOnTheTickBehindTheLastOne) {
     fakes::WaveState = PlayState::Stopped;
     fakes::Calls.clear();
     wavTimer_Timer();
-    EXPECT_EQ(std::count(fakes::Calls.begin(), fakes::Calls.end(), "Stop wavTimer"), 0);
+    EXPECT_EQ(fakes::CallsOf("Stop wavTimer"), 0);
     fakes::Calls.clear();
     wavTimer_Timer();
     EXPECT_EQ(fakes::Calls, Texts{"Stop wavTimer"});

@@ -8,13 +8,14 @@
 #include "terminal/Output.h"
 #include "terminal/PlainRoad.h"
 
-#include <algorithm>
 #include <numeric>
 #include <random>
 
 namespace mw {
 namespace {
 
+using fakes::CallsOf;
+using fakes::PlaceOf;
 using Strings = std::vector<std::string>;
 
 void Receive(std::string_view text) {
@@ -34,16 +35,6 @@ Strings Runs() {
     for (const fakes::Run& run : fakes::Runs)
         texts.push_back(run.Text);
     return texts;
-}
-
-std::ptrdiff_t CallsOf(const std::string& call) {
-    return std::count(fakes::Calls.begin(), fakes::Calls.end(), call);
-}
-
-std::ptrdiff_t PlaceOf(const std::string& call) {
-    const auto found = std::find(fakes::Calls.begin(), fakes::Calls.end(), call);
-    EXPECT_NE(found, fakes::Calls.end()) << call;
-    return found - fakes::Calls.begin();
 }
 
 class Walk : public RuleTest {

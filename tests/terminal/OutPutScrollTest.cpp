@@ -3,8 +3,6 @@
 #include "fakes/Fakes.h"
 #include "terminal/Output.h"
 
-#include <algorithm>
-
 namespace mw {
 namespace {
 
@@ -66,9 +64,7 @@ TEST_F(OutputHook, HandsEveryMessageOnOnce) {
             continue;
         fakes::Calls.clear();
         OutputWindowMessage(message);
-        ASSERT_EQ(std::count(fakes::Calls.begin(), fakes::Calls.end(),
-                             "CallPrevious 4711 " + std::to_string(message)),
-                  1);
+        ASSERT_EQ(fakes::CallsOf("CallPrevious 4711 " + std::to_string(message)), 1);
         ASSERT_EQ(PreviousProcedure, 4711);
     }
     EXPECT_EQ(fakes::UserSettings.size(), 1u);
@@ -120,8 +116,8 @@ TEST_F(OutputHook, TheEndOfTheWindowIsHandedOnAndRemovesTheHook) {
     InstallOutputHook();
     fakes::Calls.clear();
     OutputWindowMessage(WindowDestroyed);
-    EXPECT_EQ(std::count(fakes::Calls.begin(), fakes::Calls.end(), "CallPrevious 4711 2"), 1);
-    EXPECT_EQ(std::count(fakes::Calls.begin(), fakes::Calls.end(), "Unhook 4711"), 1);
+    EXPECT_EQ(fakes::CallsOf("CallPrevious 4711 2"), 1);
+    EXPECT_EQ(fakes::CallsOf("Unhook 4711"), 1);
     EXPECT_EQ(PreviousProcedure, 0);
     EXPECT_TRUE(fakes::UserSettings.empty());
 }
@@ -136,8 +132,8 @@ TEST_F(OutputHook, TextReadBackIsNeverTrusted) {
     }
     fakes::Calls.clear();
     OutputWindowMessage(WindowDestroyed);
-    EXPECT_EQ(std::count(fakes::Calls.begin(), fakes::Calls.end(), "Unhook 4711"), 1);
-    EXPECT_EQ(std::count(fakes::Calls.begin(), fakes::Calls.end(), "CallPrevious 4711 2"), 1);
+    EXPECT_EQ(fakes::CallsOf("Unhook 4711"), 1);
+    EXPECT_EQ(fakes::CallsOf("CallPrevious 4711 2"), 1);
     EXPECT_TRUE(fakes::UserSettings.empty());
 }
 

@@ -13,7 +13,7 @@
 namespace mw {
 namespace {
 
-namespace fs = std::filesystem;
+using fakes::CallsOf;
 using Strings = std::vector<std::string>;
 
 void Show(std::string text) { AppendOutput(text); }
@@ -22,10 +22,6 @@ std::string Pending() { return std::string(View(PendingLine)); }
 
 // Triggers of the current set; the first must not be empty, or none fires.
 void React(std::vector<TriggerEntry> triggers) { CurrentSet().Triggers = std::move(triggers); }
-
-std::ptrdiff_t CallsOf(const std::string& call) {
-    return std::count(fakes::Calls.begin(), fakes::Calls.end(), call);
-}
 
 class OutputView : public RuleTest {
 protected:

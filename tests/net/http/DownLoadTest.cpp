@@ -17,6 +17,7 @@ void PrintTo(const DownloadSlot& slot, std::ostream* out) {
 namespace {
 
 namespace fs = std::filesystem;
+using fakes::CallsOf;
 using Texts = std::vector<std::string>;
 
 const std::string kOfThree = "HTTP/1.1 200 OK\r\nContent-Length: 3\r\n\r\n";
@@ -108,12 +109,8 @@ protected:
 
     static void Finish(std::int32_t number) { Receive(number, kOfThree, "abc"); }
 
-    static int Count(const std::string& call) {
-        return static_cast<int>(std::count(fakes::Calls.begin(), fakes::Calls.end(), call));
-    }
-
     static bool IsClosed(std::int32_t number) {
-        return Count("CloseDownloadWindow " + std::to_string(number)) == 1;
+        return CallsOf("CloseDownloadWindow " + std::to_string(number)) == 1;
     }
 
     Texts Names() const {
@@ -154,7 +151,7 @@ TEST_F(Downloads, CloseTheirWindowWhenTheFileIsWhole) {
     EXPECT_TRUE(IsClosed(number));
     EXPECT_EQ(Names(), Texts{"rain.wav"});
     EXPECT_EQ(Flags(DownloadTable), "0");
-    EXPECT_EQ(Count("Box"), 0);
+    EXPECT_EQ(CallsOf("Box"), 0);
     EXPECT_TRUE(fakes::Transfers.empty());
 }
 
@@ -196,10 +193,10 @@ TEST_F(Downloads, ThatFailCloseTheirWindowBehindTheBox) {
 TEST_F(Downloads, ThatEndShortShowThePathThenTheErrorAndCloseBehindBoth) {
     const std::int32_t number = Fetch("rain.wav");
     Receive(number, kOfThree, "ab");
-    EXPECT_EQ(Count(PathBox("rain.wav")), 1);
-    EXPECT_EQ(Count("Error box The connection with the server was reset."), 0);
+    EXPECT_EQ(CallsOf(PathBox("rain.wav")), 1);
+    EXPECT_EQ(CallsOf("Error box The connection with the server was reset."), 0);
     WebBox_Closed();
-    EXPECT_EQ(Count("Error box The connection with the server was reset."), 1);
+    EXPECT_EQ(CallsOf("Error box The connection with the server was reset."), 1);
     EXPECT_FALSE(IsClosed(number));
     WebBox_Closed();
     EXPECT_TRUE(IsClosed(number));
@@ -210,10 +207,10 @@ TEST_F(Downloads, WithoutSpaceShowTheErrorThenThePathAndCloseBehindBoth) {
     fakes::FreeSpace = 2;
     const std::int32_t number = Fetch("rain.wav");
     Receive(number, kOfThree, "abc");
-    EXPECT_EQ(Count("Error box There is not enough free space on disk for this file."), 1);
-    EXPECT_EQ(Count(PathBox("rain.wav")), 0);
+    EXPECT_EQ(CallsOf("Error box There is not enough free space on disk for this file."), 1);
+    EXPECT_EQ(CallsOf(PathBox("rain.wav")), 0);
     WebBox_Closed();
-    EXPECT_EQ(Count(PathBox("rain.wav")), 1);
+    EXPECT_EQ(CallsOf(PathBox("rain.wav")), 1);
     EXPECT_FALSE(IsClosed(number));
     WebBox_Closed();
     EXPECT_TRUE(IsClosed(number));
@@ -225,7 +222,7 @@ TEST_F(Downloads, ThatCantBeWrittenCloseBehindThePath) {
     const std::int32_t number = fakes::Transfers.begin()->first;
     Receive(number, kOfThree, "abc");
     EXPECT_FALSE(IsClosed(number));
-    EXPECT_EQ(Count(PathBox("a/b/rain.wav")), 1);
+    EXPECT_EQ(CallsOf(PathBox("a/b/rain.wav")), 1);
     WebBox_Closed();
     EXPECT_TRUE(IsClosed(number));
 }
@@ -234,7 +231,7 @@ TEST_F(Downloads, ThatAreTooLargeGiveANoticeAndCloseBehindThePath) {
     const std::int32_t number = Fetch("rain.wav");
     Receive(number, "HTTP/1.1 200 OK\r\nContent-Length: 67108865\r\n\r\n", "");
     EXPECT_EQ(Notice, "Not downloaded, because it is too large: http://h/rain.wav");
-    EXPECT_EQ(Count(PathBox("rain.wav")), 1);
+    EXPECT_EQ(CallsOf(PathBox("rain.wav")), 1);
     WebBox_Closed();
     EXPECT_TRUE(IsClosed(number));
     EXPECT_EQ(std::count_if(fakes::Calls.begin(), fakes::Calls.end(),
@@ -247,7 +244,7 @@ TEST_F(Downloads, OfFarMoreThanAnnouncedEndAsShortOnes) {
     const std::int32_t number = Fetch("rain.wav");
     EXPECT_NO_THROW(
         Receive(number, "HTTP/1.1 200 OK\r\nContent-Length: 1\r\n\r\n", std::string(5000, 'x')));
-    EXPECT_EQ(Count(PathBox("rain.wav")), 1);
+    EXPECT_EQ(CallsOf(PathBox("rain.wav")), 1);
     WebBox_Closed();
     WebBox_Closed();
     EXPECT_TRUE(IsClosed(number));
@@ -272,7 +269,7 @@ TEST_F(Downloads, TenAtOnceTakeSlots0To9AndTheNextTakes0Again) {
     const std::vector<std::int32_t> numbers = FetchMany(10);
     for (std::size_t i = 0; i < 10; ++i) {
         const std::string slot = std::to_string(i);
-        EXPECT_EQ(Count(Of("OpenDownloadWindow", numbers[i]) + " " + slot + " " + slot + ".wav"),
+        EXPECT_EQ(CallsOf(Of("OpenDownloadWindow", numbers[i]) + " " + slot + " " + slot + ".wav"),
                   1);
     }
     EXPECT_EQ(Flags(DownloadTable), "1111111111");
@@ -280,7 +277,7 @@ TEST_F(Downloads, TenAtOnceTakeSlots0To9AndTheNextTakes0Again) {
         Finish(number);
     EXPECT_EQ(Flags(DownloadTable), "0000000000"); // trimmed when the next one comes
     const std::int32_t next = Fetch("next.wav");
-    EXPECT_EQ(Count(Of("OpenDownloadWindow", next) + " 0 next.wav"), 1);
+    EXPECT_EQ(CallsOf(Of("OpenDownloadWindow", next) + " 0 next.wav"), 1);
     EXPECT_EQ(DownloadTable, (std::vector<DownloadSlot>{{next, 1}}));
 }
 
@@ -371,7 +368,7 @@ TEST_F(Downloads, ClosedByHandWhileTheirBoxIsOpenAreClosedOnce) {
     EXPECT_EQ(Flags(DownloadTable), "0");
     const std::int32_t next = Fetch("thunder.wav");
     WebBox_Closed();
-    EXPECT_EQ(Count(Of("CloseDownloadWindow", number)), 0);
+    EXPECT_EQ(CallsOf(Of("CloseDownloadWindow", number)), 0);
     EXPECT_EQ(DownloadTable, (std::vector<DownloadSlot>{{next, 1}})); // the slot's new owner stays
 }
 
@@ -429,7 +426,7 @@ TEST_F(Downloads, ThatFailTogetherShowTheirBoxesOneAtATime) {
         Receive(number, kNotFound, "");
     for (std::size_t i = 0; i < 3; ++i) {
         const std::string name = std::to_string(i) + ".wav";
-        EXPECT_EQ(Count("Error box The file, \"http://h/" + name + "\" was not found!"), 1);
+        EXPECT_EQ(CallsOf("Error box The file, \"http://h/" + name + "\" was not found!"), 1);
         EXPECT_FALSE(IsClosed(numbers[i]));
         WebBox_Closed();
         EXPECT_TRUE(IsClosed(numbers[i]));
@@ -475,7 +472,7 @@ TEST_F(Downloads, AreAbandonedWithoutAWord) {
     EXPECT_TRUE(fakes::Transfers.empty());
     for (const std::int32_t number : numbers) {
         EXPECT_TRUE(IsClosed(number));
-        EXPECT_EQ(Count(Of("Cancel", number)), 1);
+        EXPECT_EQ(CallsOf(Of("Cancel", number)), 1);
     }
     EXPECT_EQ(fakes::Calls.size(), 6u); // three windows and three transfers
     EXPECT_EQ(DownloadTable, std::vector<DownloadSlot>(1));
@@ -487,7 +484,7 @@ TEST_F(Downloads, AreAbandonedWithTheirBoxes) {
     for (const std::int32_t number : numbers)
         Receive(number, kOfThree, "ab");
     AbandonDownloads();
-    EXPECT_EQ(Count("HideWebBox"), 1);
+    EXPECT_EQ(CallsOf("HideWebBox"), 1);
     fakes::Calls.clear();
     WebBox_Closed();
     EXPECT_EQ(fakes::Calls, Texts{});
