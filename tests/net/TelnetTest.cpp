@@ -36,6 +36,15 @@ Scanned Receive(std::string_view chunk) {
     return scanned;
 }
 
+// What the stream leaves when it comes in two arrivals, the first of that many bytes.
+Scanned ReceiveInTwo(std::string_view stream, std::size_t first) {
+    Scanned both = Receive(stream.substr(0, first));
+    const Scanned second = Receive(stream.substr(first));
+    both.Text += second.Text;
+    both.Answers.insert(both.Answers.end(), second.Answers.begin(), second.Answers.end());
+    return both;
+}
+
 // A byte behind what matters: it is the last one and is lost.
 const std::string kLost = "\r";
 
@@ -223,11 +232,8 @@ const Cut kCuts[] = {
 TEST(TelnetCut, AtEveryByteLosesWhatStandsBeforeIt) {
     ASSERT_EQ(std::size(kCuts), kStream.size() + 1);
     for (const Cut& cut : kCuts) {
-        Scanned both = Receive(std::string_view(kStream).substr(0, cut.First));
-        const Scanned second = Receive(std::string_view(kStream).substr(cut.First));
-        both.Text += second.Text;
-        both.Answers.insert(both.Answers.end(), second.Answers.begin(), second.Answers.end());
-        EXPECT_EQ(both, cut.Expected) << "after " << cut.First << ": " << cut.What;
+        EXPECT_EQ(ReceiveInTwo(kStream, cut.First), cut.Expected)
+            << "after " << cut.First << ": " << cut.What;
     }
 }
 
@@ -243,11 +249,7 @@ TEST(TelnetCut, InsideASubnegotiationLeavesItsRestAsText) {
         {4, {"", {kTerminalTypeReply}}}, {5, {"", {kTerminalTypeReply}}},
     };
     for (const SubnegotiationCut& cut : cuts) {
-        Scanned both = Receive(std::string_view(stream).substr(0, cut.First));
-        const Scanned second = Receive(std::string_view(stream).substr(cut.First));
-        both.Text += second.Text;
-        both.Answers.insert(both.Answers.end(), second.Answers.begin(), second.Answers.end());
-        EXPECT_EQ(both, cut.Expected) << "after " << cut.First;
+        EXPECT_EQ(ReceiveInTwo(stream, cut.First), cut.Expected) << "after " << cut.First;
     }
 }
 
