@@ -30,13 +30,6 @@ TEST_F(GameList, TakesTheMakersHostFromTheEnvironment) {
     EXPECT_EQ(DefaultMudList()[0].Address, "game.example");
 }
 
-TEST_F(GameList, StandsBesideTheMakersWebSite) {
-    const Environment unset("QUILLMERE_WEB_ROOT", nullptr);
-    EXPECT_EQ(WebRoot(), QUILLMERE_WEB_ROOT);
-    const Environment site("QUILLMERE_WEB_ROOT", "http://site.example");
-    EXPECT_EQ(WebRoot(), "http://site.example");
-}
-
 TEST_F(GameList, ReturnsToItsStart) {
     MudList.resize(3);
     MudList[0].Name = "Other";
@@ -140,6 +133,15 @@ TEST(MakerAddress, OfTheGameIsBuiltInUnlessTheEnvironmentHasOne) {
     }
     const Environment set("QUILLMERE_GAME_HOST", "host.example");
     EXPECT_EQ(GameHost(), "host.example");
+}
+
+TEST(MakerAddress, OfTheWebSiteIsBuiltInUnlessTheEnvironmentHasOne) {
+    {
+        const Environment unset("QUILLMERE_WEB_ROOT", nullptr);
+        EXPECT_EQ(WebRoot(), QUILLMERE_WEB_ROOT);
+    }
+    const Environment set("QUILLMERE_WEB_ROOT", "http://site.example");
+    EXPECT_EQ(WebRoot(), "http://site.example");
 }
 
 } // namespace
