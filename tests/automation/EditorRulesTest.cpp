@@ -5,7 +5,6 @@
 #include "support/ErrorOf.h"
 
 #include <functional>
-#include <random>
 
 namespace mw {
 namespace {
@@ -170,8 +169,6 @@ TEST_F(TriggerEditing, EachSetHasItsOwnTriggersAtOnce) {
 // as it has become.
 class EditsMeanwhile : public RuleTest {
 protected:
-    ~EditsMeanwhile() override { fakes::OnSend = nullptr; }
-
     // Runs edit when the first reaction goes out.
     void WhenFirstSent(const std::function<void()>& edit) {
         fakes::OnSend = [edit, done = false]() mutable {
@@ -211,30 +208,6 @@ TEST_F(EditsMeanwhile, AnotherSetChosenByAReactionDoesNotChangeThisCheck) {
     WhenFirstSent([] { CurrentMacroSet = 1; });
     CheckTriggers("x\n");
     EXPECT_EQ(fakes::Sent(), "1\r2\r");
-}
-
-TEST_F(EditsMeanwhile, TheCheckAgreesWithThePlainLoopOnRandomTables) {
-    std::mt19937 random(7);
-    const auto text = [&random](unsigned longest) {
-        std::string made;
-        for (unsigned i = static_cast<unsigned>(random()) % (longest + 1); i > 0; --i)
-            made += static_cast<char>('a' + random() % 3);
-        return made;
-    };
-    for (int round = 0; round < 3000; ++round) {
-        TriggerEntries table(1 + random() % 8);
-        for (TriggerEntry& entry : table)
-            entry = {text(3), text(2)};
-        const std::string line = text(12) + "\n";
-        std::string expected;
-        for (const TriggerEntry& entry : table)
-            if (!table[0].Trigger.empty() && line.find(entry.Trigger) != std::string::npos)
-                expected += entry.React + "\r";
-        fakes::Sends.clear();
-        CurrentSet().Triggers = table;
-        CheckTriggers(line);
-        ASSERT_EQ(fakes::Sent(), expected) << line;
-    }
 }
 
 class SetEditing : public RuleTest {};
