@@ -56,6 +56,16 @@ protected:
         return addresses;
     }
 
+    // The file that was asked for first arrives whole.
+    static void Arrive(const std::string& content) {
+        auto& [number, transfer] = *fakes::Transfers.begin();
+        transfer.Header =
+            "HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(content.size()) + "\r\n\r\n";
+        transfer.Body = content;
+        transfer.Ended = true;
+        inet_StateChanged(number);
+    }
+
     static bool NothingHappened() { return fakes::Calls.empty() && fakes::Transfers.empty(); }
 
     FreshFolder Folder;
@@ -194,9 +204,7 @@ TEST_P(PlayingEither, FetchesAMissingFileAndDoesNotPlayIt) {
 
 TEST_P(PlayingEither, PlaysAFetchedFileTheNextTime) {
     Ask("rain.wav", kAddress);
-    const std::int32_t number = fakes::Transfers.begin()->first;
-    fakes::Transfers[number] = {{}, "HTTP/1.1 200 OK\r\nContent-Length: 3\r\n\r\n", "abc", true};
-    inet_StateChanged(number);
+    Arrive("abc");
     EXPECT_EQ(Folder.ContentOf("Realm/sounds/rain.wav"), "abc");
     EXPECT_FALSE(IsPlayed());
     Ask("rain.wav", kAddress);
@@ -241,11 +249,7 @@ TEST_P(PlayingEither, FetchesWhileSomethingPlays) {
 
 TEST_P(PlayingEither, FetchesUnderTheNameInTheAddress) {
     Ask("rain.wav", "http://h/a/b/storm.wav");
-    fakes::Transfer& transfer = fakes::Transfers.begin()->second;
-    transfer.Header = "HTTP/1.1 200 OK\r\nContent-Length: 1\r\n\r\n";
-    transfer.Body = "x";
-    transfer.Ended = true;
-    inet_StateChanged(fakes::Transfers.begin()->first);
+    Arrive("x");
     EXPECT_EQ(Folder.ContentOf("Realm/sounds/storm.wav"), "x");
     EXPECT_FALSE(fs::exists(SoundFile("rain.wav")));
 }
@@ -506,11 +510,7 @@ TEST_P(FetchedSound, HasTheNameOfItsAddress) {
         return;
     }
     EXPECT_EQ(Requested(), Texts{GetParam().Address});
-    auto& [number, transfer] = *fakes::Transfers.begin();
-    transfer.Header = "HTTP/1.1 200 OK\r\nContent-Length: 1\r\n\r\n";
-    transfer.Body = "x";
-    transfer.Ended = true;
-    inet_StateChanged(number);
+    Arrive("x");
     EXPECT_EQ(Folder.ContentOf(fs::path("Realm/sounds") / GetParam().File), "x");
 }
 
@@ -526,11 +526,7 @@ TEST_F(Playing, RemembersAnAddressWhoseNameIsRefused) {
 TEST_F(Playing, FetchesIntoAGameWhoseSoundsFolderIsGone) {
     fs::remove(Folder.Path / "Realm" / "sounds");
     FetchSound(kAddress);
-    fakes::Transfer& transfer = fakes::Transfers.begin()->second;
-    transfer.Header = "HTTP/1.1 200 OK\r\nContent-Length: 1\r\n\r\n";
-    transfer.Body = "x";
-    transfer.Ended = true;
-    inet_StateChanged(fakes::Transfers.begin()->first);
+    Arrive("x");
     EXPECT_EQ(Folder.ContentOf("Realm/sounds/rain.wav"), "x");
 }
 
