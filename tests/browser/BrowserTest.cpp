@@ -1,6 +1,5 @@
 #include "browser/Browser.h"
 
-#include "app/MainFrame.h"
 #include "config/Environment.h"
 #include "fakes/Fakes.h"
 #include "net/http/VersionCheck.h"

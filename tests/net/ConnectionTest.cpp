@@ -7,14 +7,12 @@
 #include "config/MRegistry.h"
 #include "config/MudList.h"
 #include "fakes/Fakes.h"
-#include "net/Send.h"
 #include "support/ErrorOf.h"
 #include "terminal/AutoLog.h"
 #include "terminal/Incoming.h"
 #include "terminal/Output.h"
 
 #include <ostream>
-#include <string_view>
 
 using namespace std::string_literals;
 
