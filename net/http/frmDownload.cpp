@@ -20,10 +20,15 @@
 namespace mw {
 namespace {
 
+// All in pixels.
 constexpr int kWidth = 340;
 constexpr int kWidestName = 300;
+constexpr int kTitleBar = 40; // with some room
+constexpr int kBeside = 12;   // between two columns of windows
 constexpr int kClearBelow = 70;
 constexpr int kClearRight = 16;
+
+constexpr int kColumns = 3; // of windows; more begin at the right again
 
 QMap<std::int32_t, frmDownload*> Forms; // by the number of the download
 QPointer<QMessageBox> Box;              // the one that a web server has caused
@@ -54,13 +59,16 @@ frmDownload::frmDownload(std::int32_t download, std::int16_t slot, const QString
     row->addWidget(ProgressBar, 1);
     cmdCancel = AddButton(row, "cmdCancel", tr("&Cancel"), [this] { close(); });
     setFixedSize(kWidth, sizeHint().height());
+    PlaceBySlot(slot);
+}
 
-    // Stacked above the screen's lower right corner, by their slots: clear of the command line and
-    // the scroll bar of a frame that fills the screen.
+// Stacked above the screen's lower right corner: clear of the command line and the scroll bar of a
+// frame that fills the screen.
+void frmDownload::PlaceBySlot(std::int16_t slot) {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    const int step = height() + 40; // with a title bar
+    const int step = height() + kTitleBar;
     const int rows = qMax(1, (screen.height() - kClearBelow) / step);
-    move(screen.right() - kClearRight - (width() + 12) * (1 + slot / rows % 3),
+    move(screen.right() - kClearRight - (width() + kBeside) * (1 + slot / rows % kColumns),
          screen.bottom() - kClearBelow - step * (1 + slot % rows));
 }
 

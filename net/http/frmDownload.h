@@ -25,6 +25,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void PlaceBySlot(std::int16_t slot);
+
     std::int32_t Download;
 };
 
