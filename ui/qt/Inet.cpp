@@ -10,6 +10,7 @@
 #include <memory>
 #include <set>
 #include <string_view>
+#include <utility>
 
 #include <QCoreApplication>
 #include <QPointer>

@@ -3,8 +3,6 @@
 #include "ui/FrameControls.h"
 #include "ui/qt/Text.h"
 
-#include <QStringListModel>
-
 namespace mw {
 namespace {
 
