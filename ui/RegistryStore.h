@@ -15,15 +15,14 @@ inline constexpr std::int32_t kNotFound = 2;
 inline constexpr std::int32_t kAccessDenied = 5;
 
 inline constexpr std::uint32_t kStringType = 1; // REG_SZ
-inline constexpr std::uint32_t kNumberType = 4; // REG_DWORD
 
 struct RegistryKey {
     std::string Path; // as it was opened; meaningful while open
 };
 
 struct RegistryValue {
-    std::uint32_t Type = 0;
-    std::string Data; // a string's data ends with its terminating zero
+    std::uint32_t Type = 0; // kStringType or another of the platform's
+    std::string Data;       // a string's data ends with its terminating zero
 };
 
 // Opens a key, made anew if need be, for writing; or one that exists for reading.
