@@ -22,7 +22,8 @@ public:
     frmSound();
     ~frmSound() override;
 
-    // At once, or a moment later. It counts as playing until then.
+    // At once or, when another was begun just before, a moment later; until then it counts as
+    // playing.
     void PlayWave();
     void PlayMusic();
     void StopWave();

@@ -96,6 +96,8 @@ enum class WindowState : std::int16_t { Normal = 0, Minimised = 1, Maximised = 2
 // Where the frame is or, while it is minimised or maximised, where it would be otherwise.
 Rectangle FramePlace();
 WindowState FrameState();
+
+// Puts the frame there, maximised when that is its state. It is never made minimised.
 void PlaceFrame(const Rectangle& place, WindowState state);
 
 // The usable areas of the screens, the primary one first; at least one.
