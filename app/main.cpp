@@ -70,6 +70,15 @@ void Stop() {
         QCoreApplication::exit(0);
 }
 
+void StopWhenAsked() {
+    mw::OnStopSignal(qGuiApp, Stop);
+    // The desktop's session ends: what is to be saved is saved before it goes on.
+    QObject::connect(qGuiApp, &QGuiApplication::commitDataRequest, qGuiApp, [] {
+        Stop();
+        mw::FinishSaving();
+    });
+}
+
 // Large blocks, a sound or what a flood filled, go back to the system when they are freed. Left to
 // itself the allocator would learn to keep them.
 void GiveBackLargeBlocks() {
@@ -96,6 +105,21 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv) {
     return std::make_unique<QApplication>(argc, argv);
 }
 
+// Returns the value of --home. The game to connect to is kept for the frame.
+QString ReadOptions(const QCoreApplication& app) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription("A client for text-based multi-user dungeon games.");
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption home("home", "Keep everything below <DIR>.", "DIR");
+    const QCommandLineOption connectTo(
+        "connect", "Connect at once to a game of the list, or to <HOST:PORT>.", "NAME|HOST:PORT");
+    parser.addOptions({home, connectTo});
+    parser.process(app);
+    mw::ConnectAtStart = mw::FromQString(parser.value(connectTo));
+    return parser.value(home);
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -105,28 +129,13 @@ int main(int argc, char* argv[]) {
     QCoreApplication::setApplicationName("quillmere");
     QCoreApplication::setApplicationVersion(
         QString::fromStdString(mw::DottedVersion(mw::kOwnVersion)));
-    QCommandLineParser parser;
-    parser.setApplicationDescription("A client for text-based multi-user dungeon games.");
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption home("home", "Keep everything below <DIR>.", "DIR");
-    const QCommandLineOption connectTo(
-        "connect", "Connect at once to a game of the list, or to <HOST:PORT>.", "NAME|HOST:PORT");
-    parser.addOptions({home, connectTo});
-    parser.process(*app);
-
-    mw::ConnectAtStart = mw::FromQString(parser.value(connectTo));
+    const QString home = ReadOptions(*app);
 
     QApplication::setWindowIcon(WindowIcon());
     QGuiApplication::setDesktopFileName("quillmere"); // by which others find the icon
     QApplication::setQuitOnLastWindowClosed(false);   // the splash comes and goes
-    mw::OnStopSignal(app.get(), Stop);
-    // The desktop's session ends: what is to be saved is saved before it goes on.
-    QObject::connect(qGuiApp, &QGuiApplication::commitDataRequest, qGuiApp, [] {
-        Stop();
-        mw::FinishSaving();
-    });
-    TakeFolder(ChooseApplicationFolder(parser.value(home)));
+    StopWhenAsked();
+    TakeFolder(ChooseApplicationFolder(home));
     if (StopIsAsked) // while the box was open
         return 0;
     if (!mw::RunAtStart(mw::StartProgram))
