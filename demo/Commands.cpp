@@ -175,7 +175,7 @@ void HandleLine(World& world, Player& player, std::string_view line) {
         return;
     }
     const std::string command = Clean(line);
-    if (!command.empty() && !TakeName(player, command))
+    if (!command.empty() && !TakeProbeAnswer(player, command))
         RunCommand(world, player, command);
 }
 

@@ -82,7 +82,7 @@ void AskForName(World&, Player& player, std::string_view) {
     player.probe = ProbeState::Wanted;
 }
 
-bool TakeName(Player& player, std::string_view line) {
+bool TakeProbeAnswer(Player& player, std::string_view line) {
     if (player.probe != ProbeState::Sent || line != ProbeAnswer)
         return false;
     player.probe = ProbeState::None;

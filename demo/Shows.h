@@ -27,7 +27,7 @@ void AskForName(World& world, Player& player, std::string_view);
 void BeginFlood(World& world, Player& player, std::string_view kilobytes);
 
 // The answer of a client that was asked for its name. False when the line is not that.
-bool TakeName(Player& player, std::string_view line);
+bool TakeProbeAnswer(Player& player, std::string_view line);
 
 // Whole lines of flood, about FloodPiece bytes of them or what is left, taken from Player::flood.
 std::string TakeFlood(const Town& town, Player& player);
