@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
-#include <functional>
+#include <iterator>
 #include <stdexcept>
 
 #include <QFile>

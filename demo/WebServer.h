@@ -22,7 +22,7 @@ namespace world {
 inline constexpr std::size_t MaxWebClients = 64;
 inline constexpr std::chrono::seconds MaxPatience{5};
 
-// Its end is that of every connection.
+// Every connection ends with it.
 class WebServer {
 public:
     // Patience is the time a client has to send its head, and again to take its answer.
