@@ -94,17 +94,15 @@ void Screen::WatchPaints() {
     XSync(Connection, False);
 }
 
-std::optional<Area> Screen::NextPaint(int limitMs) const {
+bool Screen::NextPaint(int limitMs) const {
     pollfd waiting{ConnectionNumber(Connection), POLLIN, 0};
     while (XPending(Connection) > 0 || ::poll(&waiting, 1, limitMs) > 0) {
         XEvent event;
         XNextEvent(Connection, &event);
-        if (event.type != DamageEvents + XDamageNotify)
-            continue;
-        const XRectangle& area = reinterpret_cast<XDamageNotifyEvent&>(event).area;
-        return Area{area.x, area.y, area.width, area.height};
+        if (event.type == DamageEvents + XDamageNotify)
+            return true;
     }
-    return std::nullopt;
+    return false;
 }
 
 bool Screen::Shows(const Area& area, const Colour& colour) const {

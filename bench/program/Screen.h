@@ -4,7 +4,6 @@
 #include "bench/program/Process.h"
 
 #include <memory>
-#include <optional>
 #include <string>
 
 struct _XDisplay;
@@ -43,8 +42,8 @@ struct Screen {
     // From now on what is painted anywhere is told.
     void WatchPaints();
 
-    // Waits for the next paint. Nothing when there is none within the limit.
-    std::optional<Area> NextPaint(int limitMs) const;
+    // Waits for the next paint. False when there is none within the limit.
+    bool NextPaint(int limitMs) const;
 
     // True when a pixel of the area has the colour, or one that is hard to tell from it.
     bool Shows(const Area& area, const Colour& colour) const;
