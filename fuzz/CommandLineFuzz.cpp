@@ -16,7 +16,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <string_view>
 
 namespace mw {
 namespace {

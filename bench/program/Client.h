@@ -8,7 +8,6 @@
 #include "bench/program/Wire.h"
 
 #include <memory>
-#include <vector>
 
 namespace bench {
 

@@ -1,4 +1,5 @@
-// A virtual display: its windows, keys, and what is painted on it.
+// A virtual display: its windows, keys, and what is painted on it. Raises std::runtime_error when
+// the system has none to give.
 #pragma once
 
 #include "bench/program/Process.h"

@@ -1,7 +1,6 @@
 // The table of what was measured: printed, and kept with the machine it was measured on.
 #pragma once
 
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>

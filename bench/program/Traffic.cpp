@@ -7,7 +7,6 @@
 
 #include <iostream>
 #include <map>
-#include <stdexcept>
 
 namespace bench {
 namespace {

@@ -1,6 +1,7 @@
 // A game server's end of a connection, and the text that is sent over it.
 //
-// Whoever is measured answers kAsk, when a line holds it, with one CR.
+// Whoever is measured answers kAsk, when a line holds it, with one CR. Raises std::runtime_error
+// when the other end is gone, or silent for a minute.
 #pragma once
 
 #include "bench/program/Moment.h"
