@@ -1,13 +1,12 @@
 #include "Book.h"
 
 #include "Folder.h"
+#include "support/FullDisk.h"
 
-#include <csignal>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <stdexcept>
 #include <string>
-#include <sys/resource.h>
 #include <vector>
 
 #include <QByteArray>
@@ -299,26 +298,6 @@ TEST(WorldBook, IsNotSavedWhereThereIsNoPlaceForIt) {
     EXPECT_EQ(folder.Read("file"), "x");
     EXPECT_EQ(folder.Names(), std::vector<std::string>{"file"});
 }
-
-// No file grows beyond so many bytes, as on a disk that is full.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t bytes) {
-        ::getrlimit(RLIMIT_FSIZE, &before);
-        const rlimit small = {bytes, before.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &small);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-    ~FullDisk() {
-        ::setrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, handler);
-    }
-
-private:
-    rlimit before{};
-    void (*handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
-};
 
 TEST(WorldBook, IsLeftAsItWasWhenTheDiskIsFull) {
     const Folder folder;

@@ -2,15 +2,14 @@
 #include "config/MRegistry.h"
 #include "support/ChildProcess.h"
 #include "support/ErrorOf.h"
+#include "support/FullDisk.h"
 #include "ui/UserSettings.h"
 
 #include <algorithm>
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <random>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <QDir>
@@ -338,14 +337,11 @@ TEST_F(RegistryStore, SaysSoWhenItCannotBeWritten) {
 TEST_F(RegistryStore, StaysWholeOnADiskThatIsFull) {
     Write("gTop", "1");
     const QByteArray before = Kept();
-    rlimit usual{};
-    ::getrlimit(RLIMIT_FSIZE, &usual);
-    void (*const handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit full = {static_cast<rlim_t>(before.size()) + 10, usual.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &full);
-    const Error error = RaisedBy([] { Write("gLeft", std::string(1000, 'x')); });
-    ::setrlimit(RLIMIT_FSIZE, &usual);
-    std::signal(SIGXFSZ, handler);
+    Error error;
+    {
+        const FullDisk disk(static_cast<rlim_t>(before.size()) + 10);
+        error = RaisedBy([] { Write("gLeft", std::string(1000, 'x')); });
+    }
     EXPECT_NE(error.Number, 0);
     EXPECT_EQ(Kept(), before);
 }
