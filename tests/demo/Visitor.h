@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <sys/socket.h>
 #include <vector>
 
 #include <QCoreApplication>
@@ -43,6 +44,16 @@ struct Visitor {
     }
 
     void Forget() { received.clear(); }
+
+    // Says, once all is sent, that nothing more will be, and goes on receiving. False when it is
+    // not sent in time.
+    bool ClosesItsHalf() {
+        const bool isSent = WaitFor([this] {
+            return socket.state() == QTcpSocket::ConnectedState && socket.bytesToWrite() == 0;
+        });
+        ::shutdown(static_cast<int>(socket.socketDescriptor()), SHUT_WR);
+        return isSent;
+    }
 
     bool Sees(std::string_view part) {
         return WaitFor([&] { return received.find(part) != std::string::npos; });

@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
-#include <sys/socket.h>
 #include <vector>
 
 #include <QElapsedTimer>
@@ -117,11 +116,7 @@ TEST_F(WebPages, AreServedToOneWhoClosesHisHalfAfterAsking) {
     for (const std::string& request : {kGetHome, kGetSound}) {
         Visitor client(Port());
         client.Send(request);
-        ASSERT_TRUE(WaitFor([&] {
-            return client.socket.state() == QTcpSocket::ConnectedState &&
-                   client.socket.bytesToWrite() == 0;
-        }));
-        ::shutdown(static_cast<int>(client.socket.socketDescriptor()), SHUT_WR);
+        ASSERT_TRUE(client.ClosesItsHalf());
         EXPECT_TRUE(IsWhole(ReplyOf(client)));
     }
 }
