@@ -4,7 +4,6 @@
 #include "Mute.h"
 #include "Ports.h"
 #include "Scene.h"
-#include "Shows.h"
 #include "Visitor.h"
 
 #include <algorithm>
@@ -40,6 +39,14 @@ protected:
 
     std::unique_ptr<Server> server;
 };
+
+bool WalksToTheBell(Visitor& visitor) {
+    return visitor.Type("e", "Paper Market") && visitor.Type("se", "Ferry Stage");
+}
+
+bool WalksToTheRat(Visitor& visitor) {
+    return visitor.Type("s", "Scribes' Hall") && visitor.Type("d", "Archive Cellar");
+}
 
 // A chunk of text begins with CR LF, one of negotiation with IAC; both end with the CR to lose.
 bool IsFramed(std::string_view chunk) {
@@ -194,8 +201,7 @@ TEST_F(WorldServer, EveryWriteIsFramedAndEveryLineHasItsColour) {
           "emote hops", "get bread", "inventory", "colours", "options", "sounds", "hush", ""})
         ASSERT_TRUE(ada.Type(line, "\xff\xf9\r")) << line;
     ada.Send("\xff\xfb\x18\xff\xfd\x03\xff\xfb\x05");
-    ASSERT_TRUE(ada.Type("s", "Scribes' Hall"));
-    ASSERT_TRUE(ada.Type("d", "Archive Cellar"));
+    ASSERT_TRUE(WalksToTheRat(ada));
     ASSERT_TRUE(ada.Type("kill rat", "You have beaten the brown rat!"));
     ASSERT_TRUE(ada.Type("quit", "Good-bye"));
     ASSERT_TRUE(ada.IsClosed());
@@ -226,8 +232,7 @@ TEST_F(WorldServer, AsksForSoundsOnLinesOfTheirOwnBeforeThePrompt) {
     Visitor ada(Port());
     ASSERT_TRUE(ada.LogIn("Ada"));
     ada.TakeSounds();
-    ASSERT_TRUE(ada.Type("e", "Paper Market"));
-    ASSERT_TRUE(ada.Type("se", "Ferry Stage"));
+    ASSERT_TRUE(WalksToTheBell(ada));
     ASSERT_TRUE(ada.Type("ring", "\xff\xf9\r"));
     EXPECT_EQ(ada.received,
               "\r\n\x1b[0;1;37mYou ring the bell. It hums on for a while.\r\n"
@@ -247,8 +252,7 @@ TEST_F(WorldServer, AsksForSoundsWithoutAnAddressWhileNoneAreServed) {
 TEST_F(WorldServer, AsksForNoSoundsBeforeAClientAgreesAndNoneAfterItTakesThatBack) {
     Visitor ada(Port());
     ASSERT_TRUE(ada.LogIn("Ada"));
-    ASSERT_TRUE(ada.Type("e", "Paper Market"));
-    ASSERT_TRUE(ada.Type("se", "Ferry Stage"));
+    ASSERT_TRUE(WalksToTheBell(ada));
     ASSERT_TRUE(ada.Type("ring", "\xff\xf9\r"));
     EXPECT_FALSE(Contains(ada.received, "!!"));
     ada.TakeSounds();
@@ -263,8 +267,7 @@ TEST_F(WorldServer, LeavesOutTheWaveThatATuneInTheSameWriteWouldTurnIntoMusic) {
     Visitor ada(Port());
     ASSERT_TRUE(ada.LogIn("Ada"));
     ada.TakeSounds();
-    ASSERT_TRUE(ada.Type("e", "Paper Market"));
-    ASSERT_TRUE(ada.Type("se", "Ferry Stage"));
+    ASSERT_TRUE(WalksToTheBell(ada));
     ada.chunks.clear();
     ada.Send("ring\r" + std::string(kToThePiano));
     ASSERT_TRUE(ada.Sees("!!MUSIC(tune.mid "));
@@ -279,8 +282,7 @@ TEST_F(WorldServer, LeavesOutTheWaveThatAnothersSpeechWouldTurnIntoMusic) {
     for (Visitor* visitor : {&ada, &bob}) {
         ASSERT_TRUE(visitor->LogIn(visitor == &ada ? "Ada" : "Bob"));
         visitor->TakeSounds();
-        ASSERT_TRUE(visitor->Type("e", "Paper Market"));
-        ASSERT_TRUE(visitor->Type("se", "Ferry Stage"));
+        ASSERT_TRUE(WalksToTheBell(*visitor));
     }
     bob.Forget();
     ada.Send("ring\rsay I like .mid files\r");
@@ -454,8 +456,7 @@ TEST_F(WorldServer, AFightGoesOnByItselfAndItsTimerStopsWithIt) {
     ASSERT_TRUE(bob.LogIn("Bob"));
     ASSERT_TRUE(ada.Type("s;d", "The geese look blank"));
     for (Visitor* visitor : {&ada, &bob}) {
-        ASSERT_TRUE(visitor->Type("s", "Scribes' Hall"));
-        ASSERT_TRUE(visitor->Type("d", "Archive Cellar"));
+        ASSERT_TRUE(WalksToTheRat(*visitor));
     }
     EXPECT_FALSE(server->FightTimerRuns());
     ASSERT_TRUE(ada.Type("kill rat", "You go for the brown rat!"));
@@ -470,8 +471,7 @@ TEST_F(WorldServer, AFightGoesOnByItselfAndItsTimerStopsWithIt) {
 TEST_F(WorldServer, AFightEndsWithTheConnection) {
     Visitor ada(Port());
     ASSERT_TRUE(ada.LogIn("Ada"));
-    ASSERT_TRUE(ada.Type("s", "Scribes' Hall"));
-    ASSERT_TRUE(ada.Type("d", "Archive Cellar"));
+    ASSERT_TRUE(WalksToTheRat(ada));
     ASSERT_TRUE(ada.Type("kill rat", "You go for the brown rat!"));
     ada.socket.abort();
     EXPECT_TRUE(WaitFor([&] { return !server->FightTimerRuns(); }));

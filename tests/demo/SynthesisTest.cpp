@@ -28,6 +28,14 @@ std::uint32_t Big(std::string_view file, std::size_t at, int bytes) {
     return value;
 }
 
+std::vector<int> SamplesOf(std::string_view wave) {
+    constexpr std::size_t kHead = 44; // bytes
+    std::vector<int> samples;
+    for (std::size_t at = kHead; at + 1 < wave.size(); at += 2)
+        samples.push_back(static_cast<std::int16_t>(Little(wave, at, 2)));
+    return samples;
+}
+
 struct WaveCase {
     const char* name;
     std::string (*make)();
@@ -40,13 +48,7 @@ void PrintTo(const WaveCase& row, std::ostream* out) { *out << row.name; }
 class Waves : public ::testing::TestWithParam<WaveCase> {
 protected:
     const std::string file = GetParam().make();
-
-    std::vector<int> Samples() const {
-        std::vector<int> samples;
-        for (std::size_t at = 44; at + 1 < file.size(); at += 2)
-            samples.push_back(static_cast<std::int16_t>(Little(file, at, 2)));
-        return samples;
-    }
+    const std::vector<int> samples = SamplesOf(file);
 };
 
 int Loudest(std::span<const int> samples) {
@@ -87,7 +89,7 @@ TEST_P(Waves, BeginWithAHeadThatIsRightFieldByField) {
 }
 
 TEST_P(Waves, LastAsLongAsTheyShouldInAFileThatIsSoonFetched) {
-    const double seconds = static_cast<double>(Samples().size()) / WaveRate;
+    const double seconds = static_cast<double>(samples.size()) / WaveRate;
     EXPECT_GE(seconds, GetParam().leastSeconds);
     EXPECT_LE(seconds, GetParam().mostSeconds);
     EXPECT_EQ(file.size() % 2, 0U);
@@ -95,12 +97,11 @@ TEST_P(Waves, LastAsLongAsTheyShouldInAFileThatIsSoonFetched) {
 }
 
 TEST_P(Waves, AreAsLoudAsAgreedAndNeverAtFullScale) {
-    EXPECT_EQ(Loudest(Samples()), WavePeak);
+    EXPECT_EQ(Loudest(samples), WavePeak);
     EXPECT_LT(WavePeak, 32767);
 }
 
 TEST_P(Waves, AreSilentAtBothEndsAndGrowFromThereWithoutAJump) {
-    const std::vector<int> samples = Samples();
     EXPECT_EQ(samples.front(), 0);
     EXPECT_EQ(samples.back(), 0);
     const std::span all(samples);
@@ -114,7 +115,6 @@ TEST_P(Waves, AreSilentAtBothEndsAndGrowFromThereWithoutAJump) {
 TEST_P(Waves, AreTheSameEachTime) { EXPECT_TRUE(GetParam().make() == file); }
 
 TEST_P(Waves, AreToBeHeardInTheirMiddle) {
-    const std::vector<int> samples = Samples();
     EXPECT_GT(MeanSquare(std::span(samples).subspan(samples.size() / 4, samples.size() / 4)),
               500.0 * 500.0);
 }
@@ -125,9 +125,7 @@ TEST(WaveSounds, DifferFromEachOther) {
 
 // The mean loudness of each sixth of a wave.
 std::vector<double> Course(const std::string& file) {
-    std::vector<int> samples;
-    for (std::size_t at = 44; at + 1 < file.size(); at += 2)
-        samples.push_back(static_cast<std::int16_t>(Little(file, at, 2)));
+    const std::vector<int> samples = SamplesOf(file);
     std::vector<double> course;
     for (std::size_t part = 0; part < 6; ++part)
         course.push_back(std::sqrt(

@@ -1,10 +1,10 @@
 #include "Town.h"
 
+#include <array>
 #include <gtest/gtest.h>
 #include <set>
 #include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace world {
