@@ -9,7 +9,8 @@
 #include "sound/PlaySound.h"
 
 #include <algorithm>
-#include <chrono>
+#include <fstream>
+#include <utility>
 
 using namespace std::string_literals;
 
@@ -25,12 +26,14 @@ using forms::Drips;
 using forms::ErrorBox;
 using forms::Files;
 using forms::HeadFor;
+using forms::kEarlyHints;
 using forms::HttpServer;
 using forms::OpenBox;
 using forms::OpenBoxes;
 using forms::PlainBox;
 using forms::PoursBehind;
 using forms::Redirection;
+using forms::Repeated;
 using forms::Redirects;
 using forms::Says;
 using forms::SaysAndResets;
@@ -158,15 +161,6 @@ std::string Partial(const std::string& body) {
     return "HTTP/1.1 206 Partial Content\r\nContent-Range: bytes 0-\r\nContent-Length: " +
            std::to_string(body.size()) + "\r\n\r\n" + body;
 }
-
-std::string Repeated(const std::string& text, int times) {
-    std::string all;
-    for (int i = 0; i < times; ++i)
-        all += text;
-    return all;
-}
-
-const std::string kEarlyHints = "HTTP/1.1 103 Early Hints\r\n\r\n";
 
 // A whole answer with those fields before its length.
 std::string With(const std::string& fields, const std::string& body = "abc") {

@@ -3,12 +3,14 @@
 #pragma once
 
 #include "forms/GameServer.h"
+#include "forms/HttpTexts.h"
 #include "forms/WaitFor.h"
 
 #include <algorithm>
 #include <functional>
 #include <map>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -184,10 +186,6 @@ inline HttpServer::Answer PoursBehind(const std::string& head, const std::string
     };
 }
 
-inline std::string Redirection(const std::string& target, const std::string& status = "302 Found") {
-    return "HTTP/1.1 " + status + "\r\nLocation: " + target + "\r\nContent-Length: 0\r\n\r\n";
-}
-
 // Answers /0, /1, ... with one redirection each, count of them, and then otherwise.
 inline HttpServer::Answer Redirects(int count, const std::string& atLast) {
     return [count, atLast](Visit& visit) {
@@ -195,36 +193,6 @@ inline HttpServer::Answer Redirects(int count, const std::string& atLast) {
         visit.Send(hop < count ? Redirection("/" + std::to_string(hop + 1)) : atLast);
         visit.HangUp();
     };
-}
-
-// A body of that length in which every stretch is another one.
-inline std::string BodyOf(std::size_t length) {
-    std::string body(length, '\0');
-    std::uint32_t state = 1;
-    for (char& byte : body) {
-        state = state * 1664525u + 1013904223u;
-        byte = static_cast<char>(state >> 24);
-    }
-    return body;
-}
-
-inline std::string HeadFor(std::size_t length) {
-    return "HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(length) + "\r\n\r\n";
-}
-
-inline std::string Whole(const std::string& body) { return HeadFor(body.size()) + body; }
-
-// A piece of a chunked body; an empty one ends it.
-inline std::string ChunkOf(const std::string& bytes) {
-    constexpr char kDigits[] = "0123456789abcdef";
-    std::string length;
-    for (std::size_t rest = bytes.size(); rest > 0 || length.empty(); rest /= 16)
-        length.insert(length.begin(), kDigits[rest % 16]);
-    return length + "\r\n" + bytes + "\r\n";
-}
-
-inline std::string ChunkedHead(const std::string& fields = "") {
-    return "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n" + fields + "\r\n";
 }
 
 } // namespace forms

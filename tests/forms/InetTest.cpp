@@ -1,9 +1,12 @@
 #include "ui/Inet.h"
 
+#include "forms/HttpTexts.h"
 #include "forms/WebServer.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
 #include <optional>
+#include <thread>
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -12,26 +15,16 @@
 namespace mw {
 namespace {
 
-using forms::Ok;
+using forms::kEarlyHints;
+using forms::Redirection;
+using forms::Repeated;
 using forms::WebServer;
+using forms::Whole;
 using inetVersion::OpenURL;
 
 using Body = std::optional<std::string>;
 
 const Body kNothing;
-
-std::string Redirect(const std::string& address) {
-    return "HTTP/1.1 302 Found\r\nLocation: " + address + "\r\nContent-Length: 0\r\n\r\n";
-}
-
-std::string Repeated(const std::string& text, int times) {
-    std::string all;
-    for (int i = 0; i < times; ++i)
-        all += text;
-    return all;
-}
-
-const std::string kEarlyHints = "HTTP/1.1 103 Early Hints\r\n\r\n";
 
 struct Row {
     const char* Name;
@@ -50,9 +43,9 @@ TEST_P(InetAnswers, GiveTheirBodyOrNothing) {
 }
 
 const Row kAnswers[] = {
-    {"AWholeBody", Ok("1.3"), "1.3"},
-    {"AnEmptyBody", Ok(""), ""},
-    {"ABodyOfAnyBytes", Ok(std::string("\0\r\n\xFF", 4)), std::string("\0\r\n\xFF", 4)},
+    {"AWholeBody", Whole("1.3"), "1.3"},
+    {"AnEmptyBody", Whole(""), ""},
+    {"ABodyOfAnyBytes", Whole(std::string("\0\r\n\xFF", 4)), std::string("\0\r\n\xFF", 4)},
     {"ABodyThatEndsWithTheConnection", "HTTP/1.0 200 OK\r\n\r\n1.3", "1.3"},
     {"ABodyInChunks",
      "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n1\r\n1\r\n2\r\n.3\r\n0\r\n\r\n", "1.3"},
@@ -72,10 +65,10 @@ const Row kAnswers[] = {
     {"ABodyWithoutAHead", "9.9", kNothing},
     {"AGamesGreeting", "Welcome!\r\nBy what name are you known?", kNothing},
     {"AHeadWithoutEnd", "HTTP/1.1 200 OK\r\nX: " + std::string(2'000'000, 'x'), kNothing},
-    {"TheLargestBody", Ok(std::string(64 * 1024, '1')), std::string(64 * 1024, '1')},
-    {"OneByteMore", Ok(std::string(64 * 1024 + 1, '1')), kNothing},
-    {"AMegabyte", Ok(std::string(1024 * 1024, '1')), kNothing},
-    {"AThousandInterimAnswers", Repeated(kEarlyHints, 1000) + Ok("1.3"), "1.3"},
+    {"TheLargestBody", Whole(std::string(64 * 1024, '1')), std::string(64 * 1024, '1')},
+    {"OneByteMore", Whole(std::string(64 * 1024 + 1, '1')), kNothing},
+    {"AMegabyte", Whole(std::string(1024 * 1024, '1')), kNothing},
+    {"AThousandInterimAnswers", Repeated(kEarlyHints, 1000) + Whole("1.3"), "1.3"},
     {"AMillionInterimAnswers", Repeated(kEarlyHints, 1'000'000), kNothing},
     {"AnInterimAnswerAlone", kEarlyHints, kNothing},
     {"NoContentThatHasSome", "HTTP/1.1 204 No Content\r\nContent-Length: 3\r\n\r\n9.9", ""},
@@ -84,7 +77,7 @@ const Row kAnswers[] = {
     {"AStatusOfFiveDigits", "HTTP/1.1 99999 Huge\r\n\r\n9.9", kNothing},
     {"AnUnknownVersion", "HTTP/9.9 200 OK\r\nContent-Length: 3\r\n\r\n9.9", kNothing},
     {"AnOldestVersion", "HTTP/0.9 200 OK\r\nContent-Length: 3\r\n\r\n9.9", kNothing},
-    {"LineEndsBeforeTheAnswer", "\r\n\r\n" + Ok("9.9"), kNothing},
+    {"LineEndsBeforeTheAnswer", "\r\n\r\n" + Whole("9.9"), kNothing},
     {"TheHelloOfTls", std::string("\x16\x03\x03\x00\x7A\x02\x00\x00\x76\x03\x03", 11), kNothing},
     {"ALengthOf2To63", "HTTP/1.1 200 OK\r\nContent-Length: 9223372036854775808\r\n\r\n9.9", "9.9"},
     {"ALengthBeyondTheLargest", "HTTP/1.1 200 OK\r\nContent-Length: 67108865\r\n\r\n9.9", kNothing},
@@ -112,7 +105,7 @@ public:
     explicit Hops(int count)
         : WebServer([count](const Visit& visit) {
               const int hop = std::stoi(visit.Path.substr(1));
-              visit.Send(hop < count ? Redirect("/" + std::to_string(hop + 1)) : Ok("1.3"));
+              visit.Send(hop < count ? Redirection("/" + std::to_string(hop + 1)) : Whole("1.3"));
           }) {}
 };
 
@@ -129,8 +122,8 @@ TEST(Inet, DoesNotFollowASixth) {
 }
 
 TEST(Inet, FollowsARedirectionToAnotherServer) {
-    const WebServer other(Ok("1.3"));
-    const WebServer server(Redirect(other.Root() + "/there"));
+    const WebServer other(Whole("1.3"));
+    const WebServer server(Redirection(other.Root() + "/there"));
     EXPECT_EQ(OpenURL(server.Root()), "1.3");
     EXPECT_EQ(other.Paths(), std::vector<std::string>{"/there"});
 }
@@ -142,16 +135,16 @@ TEST(Inet, IsNotLedToAFileOfThisMachine) {
     file.write("9.9");
     file.close();
     const std::string address = "file://" + file.fileName().toStdString();
-    EXPECT_EQ(OpenURL(WebServer(Redirect(address)).Root()), kNothing);
+    EXPECT_EQ(OpenURL(WebServer(Redirection(address)).Root()), kNothing);
     EXPECT_EQ(OpenURL(address), kNothing);
 }
 
 class InetSchemes : public testing::TestWithParam<const char*> {};
 
 TEST_P(InetSchemes, AreRefusedWithoutAVisit) {
-    const WebServer other(Ok("9.9"));
+    const WebServer other(Whole("9.9"));
     const std::string address = std::string(GetParam()) + "://" + other.Host() + "/x";
-    EXPECT_EQ(OpenURL(WebServer(Redirect(address)).Root()), kNothing);
+    EXPECT_EQ(OpenURL(WebServer(Redirection(address)).Root()), kNothing);
     EXPECT_EQ(OpenURL(address), kNothing);
     EXPECT_TRUE(other.Paths().empty());
 }
@@ -163,7 +156,7 @@ INSTANTIATE_TEST_SUITE_P(Inet, InetSchemes,
 TEST(Inet, HasNothingWithoutAServer) {
     std::string gone;
     {
-        const WebServer server(Ok("1.3"));
+        const WebServer server(Whole("1.3"));
         gone = server.Root();
     }
     EXPECT_EQ(OpenURL(gone), kNothing);
@@ -176,7 +169,7 @@ TEST(Inet, HasNothingForAnAddressThatIsNone) {
 
 // Cut off inside its head, an answer counts as one without a body, as an empty version file does.
 TEST(Inet, NeverGivesAPartOfAnAnswerThatIsCutOff) {
-    const std::string answer = Ok("1.30");
+    const std::string answer = Whole("1.30");
     std::atomic<std::size_t> length = 0;
     const WebServer server([&](const WebServer::Visit& visit) {
         visit.Send(std::string_view(answer).substr(0, length));

@@ -4,7 +4,6 @@
 
 #include <arpa/inet.h>
 #include <atomic>
-#include <chrono>
 #include <functional>
 #include <mutex>
 #include <netinet/in.h>
@@ -126,11 +125,6 @@ private:
     std::vector<std::string> Asked;
     std::thread Worker;
 };
-
-// A whole answer with that body.
-inline std::string Ok(const std::string& body) {
-    return "HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
-}
 
 // Makes an address the root of the maker's web site while it lives.
 class MakersSite {

@@ -5,6 +5,7 @@
 #include "config/ClientConfig.h"
 #include "forms/FormTest.h"
 #include "forms/GameServer.h"
+#include "forms/HttpTexts.h"
 #include "forms/WebServer.h"
 #include "net/http/frmUpdate.h"
 #include "ui/SplashControls.h"
@@ -157,7 +158,7 @@ TEST_F(FrmStartUpTest, OpensTheFrameWithWhatTheFilesHold) {
 }
 
 TEST_F(FrmStartUpTest, StaysLongerWithANewerVersionAndThePromptStaysInFront) {
-    const forms::WebServer server(forms::Ok("99.5"));
+    const forms::WebServer server(forms::Whole("99.5"));
     const forms::MakersSite site(server.Root());
     StartInAHurry();
     bool announced = false;

@@ -4,6 +4,7 @@
 #include "base/Version.h"
 #include "forms/FormTest.h"
 #include "forms/GameServer.h"
+#include "forms/HttpTexts.h"
 #include "forms/OpenedPages.h"
 #include "forms/WebServer.h"
 #include "ui/SplashControls.h"
@@ -14,16 +15,16 @@ namespace {
 
 using forms::Boxes;
 using forms::MakersSite;
-using forms::Ok;
 using forms::WaitFor;
 using forms::WebServer;
+using forms::Whole;
 using forms::Window;
 
 class FrmUpdateTest : public forms::FormTest {
 protected:
     // Runs the check against a site that publishes that text.
     void Check(const std::string& published, const Version& own = {1, 2, 5}) {
-        const WebServer server(Ok(published));
+        const WebServer server(Whole(published));
         const MakersSite site(server.Root());
         CheckForUpdate(own);
         EXPECT_EQ(server.Paths(), Boxes{"/client/clientver.txt"});
