@@ -32,6 +32,14 @@ inline quint16 NextPort() {
     return port;
 }
 
+// Ends a connection with a reset: what the other end has not got yet is gone.
+inline void BreakOff(QTcpSocket& socket) {
+    const linger atOnce{1, 0};
+    ::setsockopt(static_cast<int>(socket.socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce,
+                 sizeof atOnce);
+    socket.abort();
+}
+
 class GameServer {
 public:
     GameServer() {
@@ -57,13 +65,7 @@ public:
     // Closes after what was sent.
     void HangUp() const { Visitor->disconnectFromHost(); }
 
-    // Breaks the connection off: what the visitor has not got yet is gone.
-    void Reset() const {
-        const linger atOnce{1, 0};
-        ::setsockopt(static_cast<int>(Visitor->socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce,
-                     sizeof atOnce);
-        Visitor->abort();
-    }
+    void Reset() const { BreakOff(*Visitor); }
 
     bool HasVisitor() const {
         return WaitFor(

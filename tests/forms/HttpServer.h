@@ -41,13 +41,7 @@ public:
     // Closes after what was sent.
     void HangUp() const { Socket->disconnectFromHost(); }
 
-    // Breaks the connection off.
-    void Reset() const {
-        const linger atOnce{1, 0};
-        ::setsockopt(static_cast<int>(Socket->socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce,
-                     sizeof atOnce);
-        Socket->abort();
-    }
+    void Reset() const { BreakOff(*Socket); }
 
     // Byte by byte, and hangs up.
     void Drip(std::string bytes) {
