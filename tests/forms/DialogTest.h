@@ -4,6 +4,9 @@
 
 #include "forms/FrameTest.h"
 
+#include <string>
+#include <vector>
+
 #include <QDialog>
 
 namespace forms {
@@ -34,6 +37,25 @@ protected:
     void TypeInto(QWidget* box, const QString& text) const {
         box->setFocus();
         QTest::keyClicks(box, text);
+    }
+
+    // A click of the mouse on a button of the frame, as the window system reports it.
+    void ClickInFrame(const QWidget* button) const {
+        QTest::mouseClick(Frame->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                          button->mapTo(Frame.get(), button->rect().center()));
+        LetEventsRun();
+    }
+
+    // The names of the controls that the focus visits by the Tab key, until it is back.
+    std::vector<std::string> TabOrder() const {
+        constexpr std::size_t kMost = 40;
+        std::vector<std::string> order;
+        const QWidget* const first = Dialog->focusWidget();
+        do {
+            order.push_back(Dialog->focusWidget()->objectName().toStdString());
+            QTest::keyClick(Dialog->focusWidget(), Qt::Key_Tab);
+        } while (Dialog->focusWidget() != first && order.size() < kMost);
+        return order;
     }
 
     bool Closed() const {

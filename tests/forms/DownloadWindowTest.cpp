@@ -1,4 +1,3 @@
-#include "app/frmStartUp.h"
 #include "forms/FrameTest.h"
 #include "forms/HttpServer.h"
 #include "forms/Pictures.h"
@@ -26,15 +25,15 @@ using forms::Drips;
 using forms::ErrorBox;
 using forms::Files;
 using forms::HeadFor;
-using forms::kEarlyHints;
 using forms::HttpServer;
+using forms::kEarlyHints;
 using forms::OpenBox;
 using forms::OpenBoxes;
 using forms::PlainBox;
 using forms::PoursBehind;
 using forms::Redirection;
-using forms::Repeated;
 using forms::Redirects;
+using forms::Repeated;
 using forms::Says;
 using forms::SaysAndResets;
 using forms::SaysAndStalls;
@@ -978,16 +977,11 @@ protected:
     }
 
     int EndProgram() {
-        QTimer::singleShot(0, Frame.get(), [this] {
+        return RunUntil([this] {
             Frame->close();
             LeftAtOnce = Kept();
             BoxesAtOnce = OpenBoxes().size();
-            auto* const splash = forms::Window<frmStartUp>();
-            ASSERT_NE(splash, nullptr);
-            splash->timerLoad.setInterval(1); // no need to watch it
-            splash->timerFinished.setInterval(1);
         });
-        return RunProgram();
     }
 
     Files LeftAtOnce;

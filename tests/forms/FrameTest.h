@@ -3,16 +3,19 @@
 #pragma once
 
 #include "app/frmMain.h"
+#include "app/frmStartUp.h"
 #include "forms/FormTest.h"
 #include "forms/GameServer.h"
 #include "terminal/frmOutput.h"
 #include "ui/Socket.h"
 #include "ui/qt/OutputView.h"
 
+#include <functional>
 #include <memory>
 
 #include <QLineEdit>
 #include <QMdiSubWindow>
+#include <QWheelEvent>
 
 namespace forms {
 
@@ -81,6 +84,14 @@ protected:
 
     void Type(const QString& text) const { QTest::keyClicks(Input(), text); }
 
+    // Turns the mouse wheel over the middle of a widget; 120 is a notch upwards.
+    static void TurnWheel(QWidget* over, int delta) {
+        const QPointF middle = over->rect().center();
+        QWheelEvent event(middle, over->mapToGlobal(middle), QPoint(), QPoint(0, delta),
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(over, &event);
+    }
+
     void Enter(const QString& line) const {
         Type(line);
         Press(Qt::Key_Return);
@@ -91,6 +102,23 @@ protected:
     void Receive(const std::string& text) const {
         Server.Send(text + "\r");
         ASSERT_TRUE(Shows(text));
+    }
+
+    // Spares the tests the waiting between the stages of the splash that saves.
+    static void HurrySplash() {
+        auto* const splash = Window<mw::frmStartUp>();
+        ASSERT_NE(splash, nullptr);
+        splash->timerLoad.setInterval(1);
+        splash->timerFinished.setInterval(1);
+    }
+
+    // The program runs until it ends; end begins that. Answers the status.
+    int RunUntil(const std::function<void()>& end) {
+        QTimer::singleShot(0, Frame.get(), [end] {
+            end();
+            HurrySplash();
+        });
+        return RunProgram();
     }
 
     GameServer Server;

@@ -33,29 +33,7 @@ protected:
     }
 
     static void AddToList(const std::string& name, const std::string& address, std::int16_t port) {
-        MudEntry game;
-        game.Name = name;
-        game.Address = address;
-        game.Port = port;
-        MudList.push_back(game);
-    }
-
-    // A click of the mouse on a button of the frame, as the window system reports it.
-    void ClickInFrame(QWidget* button) const {
-        QTest::mouseClick(Frame->windowHandle(), Qt::LeftButton, Qt::NoModifier,
-                          button->mapTo(Frame.get(), button->rect().center()));
-        LetEventsRun();
-    }
-
-    // The names of the controls that the focus visits by the Tab key, until it is back.
-    Names TabOrder() const {
-        Names order;
-        QWidget* const first = Dialog->focusWidget();
-        do {
-            order.push_back(Dialog->focusWidget()->objectName().toStdString());
-            QTest::keyClick(Dialog->focusWidget(), Qt::Key_Tab);
-        } while (Dialog->focusWidget() != first && order.size() < 20);
-        return order;
+        MudList.push_back({name, address, port});
     }
 
     std::string ListFile() const { return Folder.ContentOf("Data/muds.lst"); }

@@ -1,4 +1,3 @@
-#include "app/frmStartUp.h"
 #include "forms/DialogTest.h"
 #include "forms/Pictures.h"
 #include "sound/frmSndSetup.h"
@@ -228,17 +227,12 @@ TEST_F(SoundDialog, WithoutACurrentGameSaysSoAndStaysAway) {
 TEST_F(SoundDialog, LocksTheFrameWhileItIsUp) {
     OpenWith(kAllOff);
     EXPECT_EQ(QApplication::activeModalWidget(), Dialog);
-    QPushButton* const add = Frame->cmdNew;
-    const auto click = [&] {
-        QTest::mouseClick(Frame->windowHandle(), Qt::LeftButton, Qt::NoModifier,
-                          add->mapTo(Frame.get(), add->rect().center()));
-        LetEventsRun();
-        return Frame->findChild<QDialog*>("frmAddMud") != nullptr;
-    };
-    EXPECT_FALSE(click());
+    ClickInFrame(Frame->cmdNew);
+    EXPECT_EQ(Frame->findChild<QDialog*>("frmAddMud"), nullptr);
     Click("cmdDone");
     EXPECT_TRUE(Closed());
-    EXPECT_TRUE(click());
+    ClickInFrame(Frame->cmdNew);
+    EXPECT_NE(Frame->findChild<QDialog*>("frmAddMud"), nullptr);
 }
 
 TEST_F(SoundDialog, ComesToTheTopWhenItIsShownAndWhenItGoes) {
@@ -300,14 +294,7 @@ TEST_F(SoundDialog, ReachesTheFileWhenTheProgramEnds) {
     Tick("chkDownloads");
     Click("cmdDone");
     EXPECT_TRUE(Closed());
-    QTimer::singleShot(0, Frame.get(), [this] {
-        Frame->close();
-        auto* const splash = Window<frmStartUp>();
-        ASSERT_NE(splash, nullptr);
-        splash->timerLoad.setInterval(1); // no need to watch it
-        splash->timerFinished.setInterval(1);
-    });
-    EXPECT_EQ(RunProgram(), 0);
+    EXPECT_EQ(RunUntil([this] { Frame->close(); }), 0);
     EXPECT_NE(Folder.ContentOf("Data/muds.lst")
                   .find("SndD=False\r\nSndM=True\r\nMsp=True\r\nSndW=True\r\n[Mud]\r\n"),
               std::string::npos);

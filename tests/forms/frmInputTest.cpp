@@ -5,8 +5,7 @@
 
 #include <QAbstractItemView>
 #include <QClipboard>
-#include <QMenuBar>
-#include <QWheelEvent>
+#include <QMenu>
 
 namespace mw {
 namespace {
@@ -404,10 +403,7 @@ TEST_F(FrmInputTest, TheMouseWheelChangesNothing) {
     Press(Qt::Key_Up);
     for (QWidget* const over : {static_cast<QWidget*>(&Edit()), static_cast<QWidget*>(Input())}) {
         for (const int delta : {120, -120}) {
-            const QPointF middle = over->rect().center();
-            QWheelEvent event(middle, over->mapToGlobal(middle), QPoint(), QPoint(0, delta),
-                              Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-            QApplication::sendEvent(over, &event);
+            TurnWheel(over, delta);
             EXPECT_EQ(Typed(), "three");
             EXPECT_EQ(Input()->currentIndex(), 2);
         }

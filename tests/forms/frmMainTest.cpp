@@ -1,6 +1,5 @@
 #include "app/frmMain.h"
 
-#include "app/frmStartUp.h"
 #include "automation/MacroFiles.h"
 #include "config/MRegistry.h"
 #include "config/MudChooser.h"
@@ -46,11 +45,7 @@ protected:
     }
 
     void AddGame(const std::string& name, std::int16_t port) {
-        MudEntry game;
-        game.Name = name;
-        game.Address = "127.0.0.1";
-        game.Port = port;
-        MudList.push_back(game);
+        MudList.push_back({name, "127.0.0.1", port});
         ShowFrame();
     }
 };
@@ -679,22 +674,6 @@ protected:
     }
 
     static frmStartUp* Splash() { return Window<frmStartUp>(); }
-
-    // Spares the tests the waiting between the splash's stages.
-    static void Hurry() {
-        ASSERT_NE(Splash(), nullptr);
-        Splash()->timerLoad.setInterval(1);
-        Splash()->timerFinished.setInterval(1);
-    }
-
-    // Lets the program run until it ends; end begins that. Answers the status.
-    int RunUntil(const std::function<void()>& end) {
-        QTimer::singleShot(0, Frame.get(), [end] {
-            end();
-            Hurry();
-        });
-        return RunProgram();
-    }
 
     // As when the player closes the window by its title bar.
     void CloseByTheWindowSystem() const {

@@ -8,7 +8,6 @@
 #include <algorithm>
 
 #include <QClipboard>
-#include <QWheelEvent>
 
 namespace mw {
 namespace {
@@ -36,13 +35,7 @@ protected:
         return cursor.charFormat();
     }
 
-    void Wheel(int notches) const {
-        QWidget* const view = OutputBox()->viewport();
-        const QPointF middle = view->rect().center();
-        QWheelEvent event(middle, view->mapToGlobal(middle), QPoint(), QPoint(0, 120 * notches),
-                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(view, &event);
-    }
+    void Wheel(int notches) const { TurnWheel(OutputBox()->viewport(), 120 * notches); }
 
     // As it stands at the next frame.
     QScrollBar& Bar() const {
