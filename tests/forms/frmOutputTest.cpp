@@ -262,13 +262,6 @@ TEST_F(FrmOutputTest, AKeyMovesTheBarFromWhereItShouldStand) {
     ExpectScrolledBack(true);
 }
 
-TEST_F(FrmOutputTest, KnowsMoreLooksThanItRemembers) {
-    for (int red = 0; red < 100; ++red)
-        rtfOutPut::Append("x", red, "Courier", "10");
-    for (int red = 0; red < 100; ++red)
-        ASSERT_EQ(FormatAt(red).foreground().color().red(), red);
-}
-
 TEST_F(FrmOutputTest, TheStepsOfTheBarAreTheOnesSet) {
     vslRTF::SetChange(10, 52);
     EXPECT_EQ(Bar().singleStep(), 10);
