@@ -14,8 +14,6 @@
 #include <ostream>
 
 #include <QAccessible>
-#include <QComboBox>
-#include <QDialog>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>

@@ -6,7 +6,6 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QInputDialog>
-#include <QMenuBar>
 
 namespace mw {
 namespace {

@@ -18,6 +18,7 @@
 #include "terminal/Output.h"
 #include "ui/UserSettings.h"
 
+#include <fstream>
 #include <gtest/gtest.h>
 #include <map>
 

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 #include <ostream>
-#include <set>
-#include <string>
 
 namespace mw {
 namespace {

@@ -3,14 +3,13 @@
 #include "forms/GameServer.h"
 #include "ui/qt/Text.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
-#include <memory>
 
 #include <QApplication>
 #include <QClipboard>
 #include <QMimeData>
 #include <QScrollBar>
-#include <QTextBlock>
 
 namespace mw {
 namespace {

@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 #include <ostream>
 #include <string>
-#include <vector>
 
 #include <QMessageBox>
 #include <QPushButton>

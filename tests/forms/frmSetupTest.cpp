@@ -11,7 +11,6 @@
 
 #include <QClipboard>
 #include <QFontInfo>
-#include <QGroupBox>
 
 namespace mw {
 namespace {
