@@ -108,7 +108,7 @@ public:
         std::size_t begin = 0;
         std::size_t end = 0; // behind the last frame that was heard
         for (std::size_t i = 0; i <= Left.size(); ++i) {
-            const bool isHeard = i < Left.size() && std::abs(Left[i]) > kFaint;
+            const bool isHeard = i < Left.size() && IsHeard(Left[i]);
             if (end > begin && (i == Left.size() || (isHeard && i - end > kGap)))
                 found.push_back(Describe(begin, end));
             if (isHeard && (end == 0 || i - end > kGap))
@@ -134,11 +134,19 @@ public:
     // Of a stretch that begins where the sound does.
     double LoudnessAtFirst(double seconds) const {
         const auto begin = static_cast<std::size_t>(
-            std::find_if(Left.begin(), Left.end(), [](int v) { return std::abs(v) > kFaint; }) -
-            Left.begin());
+            std::find_if(Left.begin(), Left.end(), IsHeard) - Left.begin());
         const std::size_t end =
             std::min(Left.size(), begin + static_cast<std::size_t>(seconds * kRate));
         return begin < end ? Describe(begin, end).Loudness : 0;
+    }
+
+    // A stretch that ends where the sound does. What comes right before it is not in it: on a busy
+    // machine the silence between two sounds may not have been written.
+    Sounding AtLast(double seconds) const {
+        const auto end = static_cast<std::size_t>(
+            Left.rend() - std::find_if(Left.rbegin(), Left.rend(), IsHeard));
+        const std::size_t length = std::min(end, static_cast<std::size_t>(seconds * kRate));
+        return length > 0 ? Describe(end - length, end) : Sounding();
     }
 
     double Seconds() const { return static_cast<double>(Left.size()) / kRate; }
@@ -147,7 +155,10 @@ public:
     std::vector<int> Right;
 
 private:
-    static constexpr int kFaint = 40;
+    static bool IsHeard(int sample) {
+        constexpr int kFaint = 40;
+        return std::abs(sample) > kFaint;
+    }
 
     static int Sample(const std::string& bytes, std::size_t at) {
         const auto low = static_cast<unsigned char>(bytes[at]);
