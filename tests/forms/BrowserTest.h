@@ -106,6 +106,12 @@ protected:
     std::string Caption() const { return Browser->windowTitle().toStdString(); }
     std::string Box() const { return Browser->cboAdd->currentText().toStdString(); }
 
+    // Where the page view says it is, and the name of what it shows there.
+    std::string Location() const {
+        return Browser->wbrScreen->LocationURL().toString().toStdString();
+    }
+    std::string PageName() const { return Browser->wbrScreen->LocationName().toStdString(); }
+
     std::vector<std::string> List() const {
         std::vector<std::string> entries;
         for (int i = 0; i < Browser->cboAdd->count(); ++i)

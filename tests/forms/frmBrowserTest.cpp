@@ -274,8 +274,8 @@ TEST_F(BrowserWindow, StopEndsAPageThatWouldNeverEnd) {
     Click("Stop");
     EXPECT_TRUE(Ends());
     EXPECT_TRUE(Web.Last().Leaves());
-    EXPECT_EQ(Label(), Browser->wbrScreen->LocationName().toStdString());
-    EXPECT_EQ(Box(), Browser->wbrScreen->LocationURL().toString().toStdString());
+    EXPECT_EQ(Label(), PageName());
+    EXPECT_EQ(Box(), Location());
 }
 
 TEST_F(BrowserWindow, StopEndsAServerThatNeverAnswers) {
@@ -355,8 +355,8 @@ TEST_F(BrowserWindow, FailuresEndWithTheNameAndAddressThatThePageViewReports) {
         GoTo(Web.Address(path));
         ASSERT_TRUE(WasAsked(path));
         EXPECT_TRUE(Ends());
-        EXPECT_EQ(Label(), Browser->wbrScreen->LocationName().toStdString());
-        EXPECT_EQ(Box(), Browser->wbrScreen->LocationURL().toString().toStdString());
+        EXPECT_EQ(Label(), PageName());
+        EXPECT_EQ(Box(), Location());
         EXPECT_EQ(Closer.Texts, forms::Boxes{});
         GoTo(Web.Address("/other"));
         EXPECT_TRUE(Ends("Other page")) << "the window goes on";
@@ -376,8 +376,8 @@ TEST_F(BrowserWindow, AServerThatIsNotThereEndsWithTheNameThatThePageViewReports
     GoTo("http://127.0.0.1:1/x");
     ASSERT_TRUE(Ends());
     EXPECT_NE(Label().substr(0, 7), "Working");
-    EXPECT_EQ(Label(), Browser->wbrScreen->LocationName().toStdString());
-    EXPECT_EQ(Box(), Browser->wbrScreen->LocationURL().toString().toStdString());
+    EXPECT_EQ(Label(), PageName());
+    EXPECT_EQ(Box(), Location());
 }
 
 TEST_F(BrowserWindow, APageThatIsNotThereShowsWhatTheServerSays) {
@@ -422,10 +422,6 @@ const Refused kRefused[] = {
 
 class RefusedAddresses : public BrowserWindow {
 protected:
-    std::string Location() const {
-        return Browser->wbrScreen->LocationURL().toString().toStdString();
-    }
-
     static constexpr const char* kBlocked = "about:blank#blocked"; // the engine's own refusal
     const forms::OpenedPages System; // nor are they handed to the system's browser
 };
@@ -446,7 +442,7 @@ TEST_F(RefusedAddresses, AreNotGoneToAndGiveWayToThePagesOwn) {
     }
     WaitAWhile();
     EXPECT_EQ(Caption(), "Home");
-    EXPECT_EQ(Browser->wbrScreen->LocationURL().toString().toStdString(), Web.Address("/"));
+    EXPECT_EQ(Location(), Web.Address("/"));
     EXPECT_EQ(Web.Requests.size(), 1u);
     EXPECT_EQ(System.Addresses, Texts{});
     EXPECT_EQ(Closer.Texts, forms::Boxes{});
@@ -497,17 +493,17 @@ protected:
         }
         return found;
     }
-};
 
-// Empty folders are nothing that is kept.
-Texts FilesOfTheEngine() {
-    Texts found;
-    for (const auto& [name, contents] : forms::FilesIn(qgetenv("HOME").toStdString())) {
-        if (name.find("QtWebEngine") != std::string::npos && !contents.empty())
-            found.push_back(name);
+    // Empty folders are nothing that is kept.
+    static Texts FilesOfTheEngine() {
+        Texts found;
+        for (const auto& [name, contents] : forms::FilesIn(HomeFolder())) {
+            if (name.find("QtWebEngine") != std::string::npos && !contents.empty())
+                found.push_back(name);
+        }
+        return found;
     }
-    return found;
-}
+};
 
 TEST_F(Pages, OpenNoWindows) {
     ScriptSays("say(String(window.open('/other')));", "null");
@@ -797,7 +793,6 @@ TEST_F(BrowserWindow, ClosesWithTheFrame) {
 
 TEST_F(BrowserWindow, LetsTheGameGoOn) {
     OpenAtHome();
-
     Connect();
     Receive("You hear a goose.");
     EXPECT_TRUE(Browser->isVisible());
@@ -837,7 +832,6 @@ TEST_F(PageViewFile, ThatIsNoLibraryLeavesThePageToTheSystemsBrowser) {
     Folder.MakeFile("broken.so");
     EXPECT_EXIT(
         {
-            Folder.MakeFile("broken.so");
             qputenv("QUILLMERE_PAGE_VIEW", (Folder.Path / "broken.so").c_str());
             OpenAndEnd(kMissing, HomePage());
         },
