@@ -224,24 +224,30 @@ void Client::ToggleToolbar() const {
             [&] { return HasToolbar() != hadToolbar; });
 }
 
-std::string Client::Shown(int height) const {
+std::string Client::Shown() const {
     std::string text;
-    WaitFor("text in the output", [&] { return !(text = Copied(height)).empty(); });
+    WaitFor("text in the output", [&] { return !(text = Copied()).empty(); });
     return text;
 }
 
-std::string Client::Copied(int height) const {
+std::string Client::Copied() const {
     std::string text;
     Screen->ClearClipboard();
-    Screen->Do(ClickAt(400, height) + PressOf({"ctrl+a", "ctrl+c"}));
+    Screen->Do(ClickAt(400, kUpper) + PressOf({"ctrl+a", "ctrl+c"}));
     if (Becomes([&] { return !(text = Screen->Clipboard()).empty(); }, std::chrono::seconds(1)))
         Last = text;
     // Takes the selection back, elsewhere, or it would be a double click.
-    Screen->Do(ClickAt(600, height + 50) + ClickAt(kCommandLine.x(), kCommandLine.y()));
+    Screen->Do(ClickAt(600, kUpper + 50) + ClickAt(kCommandLine.x(), kCommandLine.y()));
     return text;
 }
 
 std::string Client::LastShown() const { return Last; }
+
+// A pale line, the divider between the boxes, crosses the output beside the text.
+bool Client::IsScrolledBack() const {
+    constexpr Area kBesideText{900, 430, 901, 460};
+    return CountOf(Screen->Look(), kBesideText, {0, 0, 0}) < kBesideText.Bottom - kBesideText.Top;
+}
 
 void Client::ReturnToEnd() const {
     Screen->Click(400, kUpper);

@@ -77,13 +77,16 @@ struct Client {
     bool HasToolbar() const;
     void ToggleToolbar() const; // by the menu Configuration
 
-    // All text of the output. While it is scrolled back, of the box at that height of the screen.
-    std::string Shown(int height = kUpper) const;
+    // All text of the output; while it is scrolled back, the earlier text.
+    std::string Shown() const;
 
     // The same without waiting for text: empty when there is none, or a dialog is in the way.
-    std::string Copied(int height = kUpper) const;
+    std::string Copied() const;
 
     std::string LastShown() const; // what was copied last
+
+    // The earlier output stands over that which goes on.
+    bool IsScrolledBack() const;
 
     // Shows the end of the output again: a click into it, End.
     void ReturnToEnd() const;
@@ -111,8 +114,7 @@ struct Client {
     std::string Log(); // what the program wrote on its standard output and error
 
     static constexpr const char* kFrame = "^Quillmere Mud Client V"; // its title
-    static constexpr int kUpper = 200; // in the earlier output while it is scrolled back
-    static constexpr int kLower = 540; // in the output that goes on
+    static constexpr int kUpper = 200; // a row in the earlier output while it is scrolled back
     static constexpr Area Output{0, 56, 984, 640};
     static constexpr Area Status{0, 680, 480, 700};
     static constexpr Area Notice{480, 680, 880, 700}; // a long one also stands to the left

@@ -81,12 +81,6 @@ protected:
         Player.ClickCommandLine(); // the menu bar has the keys after a menu
     }
 
-    // A pale line crosses the output, beside the text.
-    bool IsDivided() const {
-        constexpr Area kBesideText{900, 430, 901, 460};
-        return CountOf(Screen.Look(), kBesideText, {0, 0, 0}) < 30;
-    }
-
     void OpenEditor(const QString& itemKey, const char* title) const {
         Player.Press({"alt+c", itemKey});
         Player.TakeKeys(title);
@@ -142,7 +136,7 @@ TEST_F(Manual, ShowsTheStartAndAGame) {
         Player.Enter(word);
     Player.WaitToSee("Grass cropped short");
     Player.Press({"Prior", "Prior", "Prior"});
-    WaitFor("the earlier text", [this] { return IsDivided(); });
+    WaitFor("the earlier text", [this] { return Player.IsScrolledBack(); });
     PictureOfFrame("scrollback");
     Player.ReturnToEnd();
     Player.ToggleToolbar();

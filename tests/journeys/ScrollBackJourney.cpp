@@ -35,20 +35,8 @@ Lines LinesIn(const std::string& text) {
 class ScrollBack : public ServerJourney {
 protected:
     static constexpr Area LowerBox{0, 460, 984, 640};
-    static constexpr Area Divider{900, 430, 901, 460};
 
     int Green(const Area& area) const { return CountOf(Screen.Look(), area, {0, 140, 0}); }
-
-    // The divider between the boxes crosses the output in one pale line.
-    bool IsSplit() const {
-        const Picture screen = Screen.Look();
-        for (int y = Divider.Top; y < Divider.Bottom; ++y) {
-            const Colour colour = ColourAt(screen, Divider.Left, y);
-            if (colour.Red > 40 && colour.Green > 40 && colour.Blue > 40)
-                return true;
-        }
-        return false;
-    }
 
     std::string LowerPixels() const {
         constexpr std::size_t kRow = std::size_t{3} * Display::Width;
@@ -72,7 +60,7 @@ TEST_F(ScrollBack, HoldsStillDuringAFlood) {
     Flood flood(Server);
     WaitFor("the flood to fill the output", [this] { return Green(LowerBox) > 1000; });
     Player.Press("Prior");
-    WaitFor("Page Up to open the earlier output", [this] { return IsSplit(); });
+    WaitFor("Page Up to open the earlier output", [this] { return Player.IsScrolledBack(); });
     Player.Press("Prior");
     const std::string held = Player.Shown();
     const Lines earlier = LinesIn(held);
@@ -85,7 +73,7 @@ TEST_F(ScrollBack, HoldsStillDuringAFlood) {
     EXPECT_GT(flood.LastLine, earlier.last);
 
     Player.ReturnToEnd();
-    WaitFor("End to close the earlier output", [this] { return !IsSplit(); });
+    WaitFor("End to close the earlier output", [this] { return !Player.IsScrolledBack(); });
     const int sent = flood.Stop();
     // The flood may have stopped inside a colour sequence, which waits for its "m".
     WaitFor("the words behind the flood", [this] {
@@ -103,16 +91,16 @@ TEST_F(ScrollBack, FollowsTheWheelAndTheMouse) {
         lines += "\r\n" + FloodLine(number) + " fills the screen";
     SendText(lines);
     Player.WaitToSee(FloodLine(kManyLines));
-    EXPECT_FALSE(IsSplit());
+    EXPECT_FALSE(Player.IsScrolledBack());
     Screen.Turn(5, 400, Client::kUpper);
-    WaitFor("the wheel to open the earlier output", [this] { return IsSplit(); });
+    WaitFor("the wheel to open the earlier output", [this] { return Player.IsScrolledBack(); });
     Moment("1-wheel-up");
     Screen.Drag(6, 100, 60, 300);
     const Lines marked = LinesIn(CopyMarked());
     EXPECT_GT(marked.count, 5);
     EXPECT_LT(marked.last, kManyLines);
     Screen.Turn(-50, 400, Client::kUpper);
-    WaitFor("the wheel to close the earlier output", [this] { return !IsSplit(); });
+    WaitFor("the wheel to close the earlier output", [this] { return !Player.IsScrolledBack(); });
 }
 
 } // namespace
