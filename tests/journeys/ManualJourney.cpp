@@ -228,7 +228,7 @@ TEST_F(Manual, ShowsADownload) {
 }
 
 TEST_F(Manual, ShowsTheNewVersionAndTheWebSite) {
-    const World newer{{.ClientVersion = "1.3"}};
+    const World newer{"1.3"};
     Player.Set("QUILLMERE_WEB_ROOT", newer.WebRoot);
     Player.Launch();
     Picture("update", "^New Version$");

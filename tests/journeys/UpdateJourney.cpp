@@ -44,7 +44,7 @@ protected:
         ASSERT_EQ(Player.WaitForEnd(), 0);
     }
 
-    World Town{{.ClientVersion = "9.5"}};
+    World Town{"9.5"};
 };
 
 TEST_F(Update, LeadsToTheWebSiteAndIsAnnouncedAgainAtTheNextStart) {
@@ -98,7 +98,7 @@ void PrintTo(const Page& row, std::ostream* out) { *out << row.Name; }
 class NoUpdate : public Journey, public ::testing::WithParamInterface<Page> {};
 
 TEST_P(NoUpdate, StartsWithoutAPrompt) {
-    World town{{.ClientVersion = GetParam().Published}};
+    World town{GetParam().Published};
     Player.Set("QUILLMERE_WEB_ROOT", town.WebRoot);
     Player.Launch();
     Player.WaitForFrame();

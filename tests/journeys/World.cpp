@@ -8,15 +8,15 @@ namespace journey {
 namespace {
 
 constexpr const char* kPrompt = "] >";
+constexpr const char* kRoundMs = "100"; // so that no fight takes long
 
 } // namespace
 
-World::World(const WorldOptions& options) {
+World::World(const QString& clientVersion) {
     Process.setStandardErrorFile(QProcess::nullDevice());
     StartChild(Process, qEnvironmentVariable("QUILLMERE_WORLD_PROGRAM", WORLD_PROGRAM),
-               {"--port", "0", "--round", QString::number(options.RoundMs), "--http-port", "0",
-                "--client-version", options.ClientVersion, "--players",
-                Folder.filePath("players.json")});
+               {"--port", "0", "--round", kRoundMs, "--http-port", "0", "--client-version",
+                clientVersion, "--players", Folder.filePath("players.json")});
     QByteArray lines;
     WaitFor("the demo world to listen and to serve", [&] {
         lines += Process.readAllStandardOutput();

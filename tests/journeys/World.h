@@ -9,14 +9,9 @@
 
 namespace journey {
 
-struct WorldOptions {
-    int RoundMs = 100;
-    QString ClientVersion = "1";
-};
-
 // The program is what was built, or QUILLMERE_WORLD_PROGRAM.
 struct World {
-    explicit World(const WorldOptions& options = {});
+    explicit World(const QString& clientVersion = "1"); // which it publishes
     ~World();
 
     QString Address;      // "127.0.0.1:20000"
