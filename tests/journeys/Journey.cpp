@@ -81,6 +81,14 @@ void ServerJourney::Connect() {
 
 void ServerJourney::SendText(std::string_view text) { Server.Send(std::string(text) + '\r'); }
 
+void ServerJourney::OpenAndCloseAWindow() const {
+    Player.Press({"alt+h", "Up", "Return"});
+    Player.TakeKeys("^About$");
+    Player.Press("Return");
+    Player.WaitToClose("^About$");
+    Player.TakeKeys(Client::kFrame);
+}
+
 void WireJourney::ConnectByWire() {
     Connect();
     Way = std::make_unique<Wire>(Server.HandOver());

@@ -51,6 +51,9 @@ protected:
     // back line breaks that end one, so both are added here.
     void SendText(std::string_view text);
 
+    // "About", which locks the frame while it is up.
+    void OpenAndCloseAWindow() const;
+
     GameServer Server;
 };
 

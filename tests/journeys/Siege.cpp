@@ -65,14 +65,6 @@ void Siege::KeepState() {
     Known = FilesLeft();
 }
 
-void Siege::OpenAndCloseAWindow() const {
-    Player.Press({"alt+h", "Up", "Return"});
-    Player.TakeKeys("^About$");
-    Player.Press("Return");
-    Player.WaitToClose("^About$");
-    Player.TakeKeys(Client::kFrame);
-}
-
 // A failure in a row tells which one it was, also one that is thrown.
 void Siege::Bear(const std::string& name, const std::function<void()>& row) {
     SCOPED_TRACE(name);

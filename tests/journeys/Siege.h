@@ -26,8 +26,6 @@ protected:
     // What the client has now is what it must come back to.
     void KeepState();
 
-    void OpenAndCloseAWindow() const;
-
     // One row: whatever happens in it, the client must be well afterwards.
     void Bear(const std::string& name, const std::function<void()>& row);
 

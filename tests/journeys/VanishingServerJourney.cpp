@@ -10,14 +10,6 @@ namespace {
 
 class VanishingServer : public ServerJourney {
 protected:
-    void OpenAndCloseAWindow() {
-        Player.Press({"alt+h", "Up", "Return"});
-        Player.TakeKeys("^About$");
-        Player.Press("Return");
-        Player.WaitToClose("^About$");
-        Player.TakeKeys(Client::kFrame);
-    }
-
     void ExpectToBeDisconnected() {
         Player.WaitToSee("\n\nConnection Closed");
         WaitFor("the connect button to be usable", [this] { return Player.CanUse(ConnectButton); });
