@@ -33,16 +33,14 @@ TEST_F(Browser, ShowsTheWebSiteAndIsClosedByItsMenu) {
     Player.ClickCommandLine();
     for (const auto& [name, text] : FilesBelow(Player.Folder.path()))
         EXPECT_EQ(name.find("WebEngine"), std::string::npos) << name;
-    Player.ExitByMenu();
-    EXPECT_EQ(Player.WaitForEnd(), 0);
+    Exit();
 }
 
 TEST_F(Browser, LeftOpenDoesNotHoldUpTheStop) {
     Player.Start();
     OpenSite();
     Player.TakeKeys(Client::kFrame);
-    Player.ExitByMenu();
-    EXPECT_EQ(Player.WaitForEnd(), 0);
+    Exit();
 }
 
 } // namespace

@@ -19,11 +19,6 @@ protected:
         Server.Expect("look\r");
     }
 
-    void Stop() {
-        Player.ExitByMenu();
-        ASSERT_EQ(Player.WaitForEnd(), 0);
-    }
-
     // The built-in game and another one at the server.
     std::string ListWith(const std::string& name) const {
         return GameList({{"Quillmere", "1234"}, {name, Server.PortText().toStdString()}});
@@ -35,12 +30,12 @@ TEST_F(ConnectAtStart, AddsAnOrdinaryGameOnce) {
     ConnectTo(Server.Address());
     EXPECT_EQ(List(), added);
     EXPECT_TRUE(QDir(Player.Home + "/127.0.0.1/sounds").exists());
-    Stop();
+    Exit();
     ConnectTo(Server.Address());
-    Stop();
+    Exit();
     EXPECT_EQ(List(), added);
     ConnectTo("127.0.0.1"); // now the name of a game
-    Stop();
+    Exit();
     EXPECT_EQ(List(), added);
 }
 
@@ -69,7 +64,7 @@ TEST_P(ConnectAtStartToNothing, IsToldAndTheClientCanBeUsed) {
     Server.WaitForPlayer();
     Player.Enter("look");
     Server.Expect("look\r");
-    Stop();
+    Exit();
     EXPECT_EQ(List(), list);
 }
 

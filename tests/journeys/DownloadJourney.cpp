@@ -130,8 +130,7 @@ TEST_F(Downloads, DoNotHoldUpTheStopAndLeaveNoHalfFiles) {
     ConnectWithSound();
     BeginThree();
     EXPECT_EQ(SoundsOf(Player).size(), 3u) << "half files";
-    Player.ExitByMenu();
-    EXPECT_EQ(Player.WaitForEnd(), 0);
+    Exit();
     EXPECT_EQ(SoundsOf(Player).size(), 0u);
 }
 

@@ -16,8 +16,7 @@ protected:
 
     void StartAndStop() {
         Player.Start();
-        Player.ExitByMenu();
-        ASSERT_EQ(Player.WaitForEnd(), 0);
+        Exit();
     }
 };
 

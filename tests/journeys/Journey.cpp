@@ -54,6 +54,11 @@ void Journey::TearDown() {
     LeaveTraces("", Screen, Player);
 }
 
+void Journey::Exit() {
+    Player.ExitByMenu();
+    EXPECT_EQ(Player.WaitForEnd(), 0);
+}
+
 void Journey::LeaveTraces(const QString& prefix, const Display& screen, Client& client) const {
     if (!HasFailure() && !PicturesAreWanted())
         return;

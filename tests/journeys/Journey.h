@@ -28,6 +28,9 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
+    // File, Exit by the keyboard. The program ends with status 0.
+    void Exit();
+
     // A moment worth a picture, when pictures are asked for.
     void Moment(const QString& name, const QString& caption = {}) const;
 

@@ -37,11 +37,6 @@ protected:
         Player.Press("alt+m");
     }
 
-    void Stop() {
-        Player.ExitByMenu();
-        ASSERT_EQ(Player.WaitForEnd(), 0);
-    }
-
     int Games() const {
         const std::string list = FileText(Player.Home + "/Data/muds.lst");
         int count = 0;
@@ -104,7 +99,7 @@ TEST_F(Menu, OpensHelpAndAbout) {
     Player.Press("Return");
     Player.WaitToClose("^About$");
     Player.TakeKeys(Client::kFrame);
-    Stop();
+    Exit();
 }
 
 } // namespace

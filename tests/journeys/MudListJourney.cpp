@@ -76,8 +76,7 @@ TEST_F(Games, AreAddedChosenPlayedAndDeleted) {
     Player.AnswerBox();
     EXPECT_EQ(List(), builtIn);
     Player.TakeKeys(Client::kFrame);
-    Player.ExitByMenu();
-    EXPECT_EQ(Player.WaitForEnd(), 0);
+    Exit();
     EXPECT_EQ(List(), builtIn);
 }
 

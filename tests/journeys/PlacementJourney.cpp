@@ -29,8 +29,7 @@ TEST_F(Placement, IsKeptOverARestart) {
     const Area moved{60, 40, 900, 540};
     WaitFor("the frame to move", [&] { return Screen.PlaceOf(Frame()) == moved; });
     Moment("2-moved");
-    Player.ExitByMenu();
-    ASSERT_EQ(Player.WaitForEnd(), 0);
+    Exit();
     StartFrame();
     Moment("3-next-start");
     EXPECT_EQ(Screen.PlaceOf(Frame()), moved);
@@ -71,8 +70,7 @@ TEST_F(Placement, InSettingsThatCantBeReadIsTheMiddleOfTheScreen) {
     StartFrame();
     Moment("1-notice");
     EXPECT_EQ(Screen.PlaceOf(Frame()), kCentred);
-    Player.ExitByMenu();
-    EXPECT_EQ(Player.WaitForEnd(), 0);
+    Exit();
     EXPECT_EQ(FileText(Player.SettingsFile()), "not a store");
 }
 

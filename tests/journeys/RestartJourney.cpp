@@ -13,11 +13,6 @@ protected:
         Player.WaitForFrame();
         Server.WaitForPlayer();
     }
-
-    void Stop() {
-        Player.ExitByMenu();
-        ASSERT_EQ(Player.WaitForEnd(), 0);
-    }
 };
 
 TEST_F(Restart, KeepsTheTogglesAndForgetsEchoAndHistoryOnPurpose) {
@@ -33,7 +28,7 @@ TEST_F(Restart, KeepsTheTogglesAndForgetsEchoAndHistoryOnPurpose) {
     Server.Expect("dance\rdance\r");
     Player.WaitToSee("dance");
     Moment("1-toggled");
-    Stop();
+    Exit();
     EXPECT_NE(FileText(Player.SettingsFile()).find("\"Echo\""), std::string::npos);
 
     ConnectWithoutToolbar();
@@ -48,7 +43,7 @@ TEST_F(Restart, KeepsTheTogglesAndForgetsEchoAndHistoryOnPurpose) {
     EXPECT_EQ(Player.Shown().find("sing"), std::string::npos);
     Player.ToggleToolbar();
     Moment("2-toolbar-again");
-    Stop();
+    Exit();
 
     Player.Start(); // with the toolbar
 }

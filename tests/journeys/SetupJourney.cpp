@@ -62,11 +62,6 @@ protected:
         }
         return rows;
     }
-
-    void Stop() {
-        Player.ExitByMenu();
-        ASSERT_EQ(Player.WaitForEnd(), 0);
-    }
 };
 
 TEST_F(Setup, ChangesTheNextOutputAndKeepsTheColourAlone) {
@@ -88,7 +83,7 @@ TEST_F(Setup, ChangesTheNextOutputAndKeepsTheColourAlone) {
     EXPECT_GE(RowsOf(kNew), smallRows + 8) << "large letters in the new colour";
     EXPECT_EQ(RowsOf(kOld), smallRows) << "what was shown before stays as it is";
 
-    Stop();
+    Exit();
     const std::string file = FileText(Player.Home + "/Data/client.cfg");
     EXPECT_NE(file.find("MwBRed=&HF0C828\r\n"), std::string::npos) << file;
     Connect();

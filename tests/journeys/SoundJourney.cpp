@@ -23,11 +23,6 @@ protected:
         Player.WaitToSee("] >");
     }
 
-    void Stop() {
-        Player.ExitByMenu();
-        ASSERT_EQ(Player.WaitForEnd(), 0);
-    }
-
     std::string Served(const std::string& name) const {
         return ServedAt(Town.WebRoot + "/sounds/" + QString::fromStdString(name));
     }
@@ -62,7 +57,7 @@ TEST_F(Sounds, AreFetchedThenHeardAndAtTheNextStartOnlyTheWavesAreOffOnPurpose) 
     Ring();
     WaitToHear(Player);
     EXPECT_EQ(Player.Shown().find("!!"), std::string::npos);
-    Stop();
+    Exit();
     EXPECT_EQ(Switches(), " FFFF TTTT");
 
     QFile::remove(Player.SoundFile());
@@ -77,7 +72,7 @@ TEST_F(Sounds, AreFetchedThenHeardAndAtTheNextStartOnlyTheWavesAreOffOnPurpose) 
     CloseSoundOptions(Player);
     Ring();
     WaitToHear(Player);
-    Stop();
+    Exit();
     EXPECT_EQ(Switches(), " FFFT TTTT");
 }
 
@@ -146,7 +141,7 @@ TEST_F(Sounds, WithoutADeviceLeaveANoticeAndTheGameGoesOn) {
     Moment("1-notice");
     Ring();
     EXPECT_TRUE(Player.Boxes().isEmpty());
-    Stop();
+    Exit();
     EXPECT_TRUE(IsSilent(Player));
 }
 

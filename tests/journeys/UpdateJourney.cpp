@@ -40,8 +40,7 @@ protected:
 
     void Stop() {
         Player.TakeKeys(Client::kFrame);
-        Player.ExitByMenu();
-        ASSERT_EQ(Player.WaitForEnd(), 0);
+        Exit();
     }
 
     World Town{"9.5"};

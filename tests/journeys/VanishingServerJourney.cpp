@@ -104,8 +104,7 @@ TEST_F(VanishingServer, HasANameThatIsUnknown) {
     ExpectToBeDisconnected();
     Player.ClickToolbar(DeleteButton); // leaves the built-in game
     ExpectANewConnectionToWork("Quillmere");
-    Player.ExitByMenu();
-    EXPECT_EQ(Player.WaitForEnd(), 0);
+    Exit();
 }
 
 } // namespace
