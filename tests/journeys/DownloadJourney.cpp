@@ -53,7 +53,7 @@ protected:
         std::size_t longer = 0;
         int before = 0;
         for (const Area& place : places) {
-            const int filled = CountOf(screen, place, kFilled);
+            const int filled = CountOf(screen, place, kBarColour);
             longer += filled > before ? 1 : 0;
             before = filled;
         }
@@ -76,8 +76,6 @@ protected:
         SendText("You see nothing.\r\n");
         Player.WaitToSee("You see nothing.");
     }
-
-    static constexpr Colour kFilled{48, 140, 198}; // of a progress bar
 
     WebServer Web;
 };

@@ -219,10 +219,9 @@ TEST_F(Manual, ShowsADownload) {
     server.Send("Listen!\r\n!!SOUND(thunder.wav U=" + web.AddressOf("thunder.wav") +
                 " )\r\nThunder rolls.\r\n");
     WaitFor("half of the sound", [this] {
-        constexpr Colour kFilled{48, 140, 198}; // of the bar
         const QStringList windows = Player.Windows(kDownload);
         return !windows.isEmpty() &&
-               CountOf(Screen.Look(), Screen.PlaceOf(windows.last()), kFilled) > 500;
+               CountOf(Screen.Look(), Screen.PlaceOf(windows.last()), kBarColour) > 500;
     });
     Picture("download", kDownload);
 }

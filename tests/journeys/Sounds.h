@@ -11,6 +11,7 @@
 namespace journey {
 
 inline constexpr const char* kDownload = "^Download$"; // the title of its window
+inline constexpr Colour kBarColour{48, 140, 198};      // of how far it is
 
 // The boxes of the options from the top down.
 enum SoundOption { EnableMsp, AllowWaves, AllowMusic, AllowDownload };
