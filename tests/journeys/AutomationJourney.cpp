@@ -11,10 +11,6 @@ namespace {
 // In an editor that has just got an entry: the first one is selected, and its texts are shown.
 void SelectFirst(const Client& player) { player.Press({"shift+Tab", "Home"}); }
 
-// The menu has seen the Alt key come up, not the command line: for that one it is still held, on
-// purpose, until it goes down and up again.
-void ReleaseAlt(const Client& player) { player.Press("Alt_L"); }
-
 class Automation : public WorldJourney {
 protected:
     Automation() { PutTownInTheList(); }

@@ -14,6 +14,8 @@ void LeaveEditor(const Client& player, const QString& keys, const char* title) {
     player.ClickCommandLine();
 }
 
+void ReleaseAlt(const Client& player) { player.Press("Alt_L"); }
+
 void AddEntry(const Client& player, const QString& text, const QString& action) {
     player.Press("space");
     player.Type(text);

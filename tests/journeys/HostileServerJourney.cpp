@@ -290,7 +290,7 @@ TEST_F(HostileToThePlayer, FloodsWhateverThePlayerDoes) {
     WhileADialogIsOpen("WhileTheAliasesAreOpen", "a", kAliases);
     WhileADialogIsOpen("WhileTheTriggersAreOpen", "t", kTriggers);
     WhileADialogIsOpen("WhileTheMacrosAreOpen", "m", kMacros);
-    WhileADialogIsOpen("WhileTheSetupIsOpen", "f", "^Fonts Setup$");
+    WhileADialogIsOpen("WhileTheSetupIsOpen", "f", kSetup);
     WhileADialogIsOpen("WhileTheSoundOptionsAreOpen", "s", "^Sound$");
     Bear(Called("WhileAMenuIsOpen"), [this] {
         Player.Press("alt+f");
@@ -430,7 +430,7 @@ TEST_F(HostileEcho, SetsOffThePlayersTriggersWithoutEnd) {
     AddEntry(Player, "moon", "say the moon;say the moon;say the moon");
     AddEntry(Player, "sea", QString(200, 's'));
     LeaveEditor(Player, "Escape", kTriggers);
-    Player.Press("Alt_L"); // the menu has seen it come up, not the command line
+    ReleaseAlt(Player);
     KeepState();
     Echo("AReactionThatIsSaidAgain", tide);
     Echo("ThreeReactionsForEachThatIsSaidAgain", "You say: the moon!\x1b[0;32m\r\n");

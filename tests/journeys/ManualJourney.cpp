@@ -1,5 +1,6 @@
 // The pictures of the manual: each window as a player sees it. Every one is found whole on the
 // screen; with QUILLMERE_MANUAL set to a folder they are left there too (scripts/pictures).
+#include "Editors.h"
 #include "Files.h"
 #include "Journey.h"
 #include "Site.h"
@@ -10,8 +11,6 @@
 namespace journey {
 namespace {
 
-constexpr const char* kMacros = "^Macros$";
-constexpr const char* kSetup = "^Fonts Setup$";
 constexpr const char* kMessage = "^Quillmere Mud Client$"; // and the splash
 constexpr Area kFrame{0, 0, 800, 500};                     // the frame for its pictures
 
@@ -81,24 +80,10 @@ protected:
         Player.ClickCommandLine(); // the menu bar has the keys after a menu
     }
 
-    void OpenEditor(const QString& itemKey, const char* title) const {
-        Player.Press({"alt+c", itemKey});
-        Player.TakeKeys(title);
-    }
-
     void LeaveDialog(const QString& keys, const char* title) const {
         Player.Press(keys);
         Player.WaitToClose(title);
         Player.TakeKeys(Client::kFrame);
-    }
-
-    // The button "New" has the keys when an editor opens and after each entry.
-    void AddEntry(const QString& text, const QString& action) const {
-        Player.Press("space");
-        Player.Type(text);
-        Player.Press("Tab");
-        Player.Type(action);
-        Player.Press({"shift+Tab", "Return"});
     }
 
     // A colour or a font is chosen in a window of its own.
@@ -170,7 +155,7 @@ TEST_F(Manual, ShowsTheWindowsOfTheMenus) {
 
 TEST_F(Manual, ShowsTheEditors) {
     Player.Start();
-    OpenEditor("m", kMacros);
+    OpenEditor(Player, "m", kMacros);
     Player.Type("score;");
     Player.Press("Tab");
     Player.Type("kill ");
@@ -184,26 +169,26 @@ TEST_F(Manual, ShowsTheEditors) {
     Player.TakeKeys(kMacros);
     LeaveDialog("Escape", kMacros);
 
-    OpenEditor("a", "^Aliases$");
-    AddEntry("gb", "get bread");
-    AddEntry("tt", "tell");
+    OpenEditor(Player, "a", kAliases);
+    AddEntry(Player, "gb", "get bread");
+    AddEntry(Player, "tt", "tell");
     Player.Press({"shift+Tab", "Home"});
-    Picture("aliases", "^Aliases$");
-    LeaveDialog("Escape", "^Aliases$");
+    Picture("aliases", kAliases);
+    LeaveDialog("Escape", kAliases);
 
-    OpenEditor("t", "^Triggers$");
-    AddEntry("You are hungry", "eat bread");
-    AddEntry("attacks you!", "flee");
+    OpenEditor(Player, "t", kTriggers);
+    AddEntry(Player, "You are hungry", "eat bread");
+    AddEntry(Player, "attacks you!", "flee");
     Player.Press({"shift+Tab", "Home"});
-    Picture("triggers", "^Triggers$");
-    LeaveDialog("Escape", "^Triggers$");
+    Picture("triggers", kTriggers);
+    LeaveDialog("Escape", kTriggers);
 
     OpenSoundOptions(Player);
     Toggle(Player, {EnableMsp});
     Picture("sound", "^Sound$");
     CloseSoundOptions(Player);
 
-    OpenEditor("f", kSetup);
+    OpenEditor(Player, "f", kSetup);
     Picture("setup", kSetup);
     PictureOfChooser("colour", {"Tab", "Tab", "space"}, "^Select Color$");
     PictureOfChooser("font", {"alt+f"}, "^Select Font$");

@@ -1,31 +1,18 @@
 // The setup dialog: a colour and the font changed by keys, seen in the next output, and what of it
 // a restart keeps.
+#include "Editors.h"
 #include "Files.h"
 #include "Journey.h"
-#include "Wait.h"
 
 namespace journey {
 namespace {
 
-constexpr const char* kDialog = "^Fonts Setup$";
 constexpr const char* kBrightRed = "\x1b[0;1;31m";
 constexpr Colour kOld{255, 0, 0};
 constexpr Colour kNew{40, 200, 240};
 
 class Setup : public ServerJourney {
 protected:
-    void OpenDialog() {
-        Player.Press({"alt+c", "f"});
-        Player.TakeKeys(kDialog);
-    }
-
-    void CloseDialog() {
-        Player.Press("alt+c");
-        Player.WaitToClose(kDialog);
-        Player.TakeKeys(Client::kFrame);
-        Player.ClickCommandLine();
-    }
-
     void ChooseBrightRed(const QString& colour) {
         Player.Press({"Tab", "Tab", "Tab"}); // from grey over light grey and red
         Player.Press("space");
@@ -34,7 +21,7 @@ protected:
         Player.Type(colour);
         Player.Press("Return");
         Player.WaitToClose("^Select Color$");
-        Player.TakeKeys(kDialog);
+        Player.TakeKeys(kSetup);
     }
 
     void ChooseFontSize(const QString& points) {
@@ -44,7 +31,7 @@ protected:
         Player.Type(points);
         Player.Press("Return");
         Player.WaitToClose("^Select Font$");
-        Player.TakeKeys(kDialog);
+        Player.TakeKeys(kSetup);
     }
 
     void ShowLetters() {
@@ -70,14 +57,14 @@ TEST_F(Setup, ChangesTheNextOutputAndKeepsTheColourAlone) {
     const int smallRows = RowsOf(kOld);
     ASSERT_GT(smallRows, 0);
 
-    OpenDialog();
+    OpenEditor(Player, "f", kSetup);
     Moment("1-opened");
     ChooseBrightRed("#28c8f0");
-    const Area dialog = Screen.PlaceOf(Player.Windows(kDialog).value(0));
+    const Area dialog = Screen.PlaceOf(Player.Windows(kSetup).value(0));
     EXPECT_GT(CountOf(Screen.Look(), dialog, kNew), 300) << "a swatch shows it";
     ChooseFontSize("24");
     Moment("2-changed");
-    CloseDialog();
+    LeaveEditor(Player, "alt+c", kSetup);
     ShowLetters();
     Moment("3-next-output");
     EXPECT_GE(RowsOf(kNew), smallRows + 8) << "large letters in the new colour";

@@ -1,4 +1,5 @@
 // The ways in which the program ends.
+#include "Editors.h"
 #include "Journey.h"
 #include "Wait.h"
 
@@ -55,8 +56,7 @@ TEST_F(Stop, ByTwoSignalsSavesAllAfterTheSecond) {
 
 TEST_F(Stop, ByASignalWhileADialogIsOpen) {
     Player.Start();
-    Player.Press({"alt+c", "a"});
-    Player.TakeKeys("^Aliases$");
+    OpenEditor(Player, "a", kAliases);
     ExpectToStopAndToSave();
 }
 
