@@ -84,70 +84,96 @@ TEST_F(Automation, IsMadeInTheEditorsAndHelpsInTheWorld) {
 class SecondSet : public ServerJourney {
 protected:
     std::string File(const QString& name) const { return FileText(Player.Home + '/' + name); }
+
+    // F1 of the set "Default".
+    void MakeAMacroOfTheFirstSet() {
+        OpenEditor(Player, "m", kMacros);
+        Player.Type("score;");
+        LeaveEditor(Player, "alt+d", kMacros);
+    }
+
+    // With macros for Alt+K and Ctrl+B.
+    void MakeTheSecondSet() {
+        OpenEditor(Player, "m", kMacros);
+        Player.Press("alt+n");
+        Player.TakeKeys("^New Macro Set$");
+        Player.Type("Hunt");
+        Player.Press("Return");
+        Player.TakeKeys(kMacros);
+        Screen.Click(0, 0); // nowhere: the dialog keeps the keys
+        Player.Press("alt+s");
+        Player.Press("Tab");
+        Player.Press("Tab");
+        Player.Press("Right"); // the tab "Alt Keys"
+        for (int i = 0; i < 11; ++i)
+            Player.Press("Tab"); // to the box of Alt+K
+        Player.Type("kill ");
+        Moment("1-macros");
+        Player.Press("ctrl+Tab"); // the tab "Ctrl Keys", at the box of Ctrl+A
+        Player.Press("Tab");
+        Player.Type("flee;");
+        LeaveEditor(Player, "alt+d", kMacros);
+    }
+
+    void MakeItsAliasAndTriggers() {
+        OpenEditor(Player, "a", kAliases);
+        AddEntry(Player, "gt", "tell group");
+        Moment("2-aliases");
+        LeaveEditor(Player, "Escape", kAliases);
+
+        OpenEditor(Player, "t", kTriggers);
+        AddEntry(Player, "You are hungry", "eat bread;drink");
+        AddEntry(Player, "hungry", "sigh");
+        Moment("3-triggers");
+        LeaveEditor(Player, "Escape", kTriggers);
+    }
+
+    void ChooseTheSecondSet() {
+        OpenEditor(Player, "m", kMacros);
+        Player.Press("alt+s");
+        Player.Press("Down");
+        LeaveEditor(Player, "alt+d", kMacros);
+    }
+
+    void GetHungry() { SendText("\r\n\x1b[0;31mYou are hungry.\r\n\x1b[0;37mThe rain stops."); }
+
+    void ExpectAliasAndAltMacro() {
+        Player.Enter("gt hello");
+        Server.Expect("tell group hello\r");
+        Player.Press("alt+k");
+        Player.Enter("rat");
+        Server.Expect("kill rat\r");
+    }
+
+    void ExpectBothSetsInTheirFiles() {
+        EXPECT_NE(File("Data/client.cfg").find("[Macros]\r\nDefault\r\nHunt\r\n[END]\r\n"),
+                  std::string::npos);
+        EXPECT_EQ(File("Macros/Default.mco"), "NormKey112=score;\r\n[End]\r\n");
+        const std::string hunt = "CTRLkey66=flee;\r\nAltKey75=kill \r\n"
+                                 "[Trigger]\r\nValue=0\r\nTrigger=You are hungry\r\n"
+                                 "React=eat bread;drink\r\n~\r\n"
+                                 "[Trigger]\r\nValue=1\r\nTrigger=hungry\r\nReact=sigh\r\n~\r\n"
+                                 "[Alias]\r\nValue=0\r\nAlias=gt\r\nReplace=tell group\r\n"
+                                 "IsEnabled=True\r\n[End]\r\n";
+        EXPECT_EQ(File("Macros/Hunt.mco"), hunt);
+    }
 };
 
 TEST_F(SecondSet, IsMadeUsedAndFoundAgain) {
     Connect();
-    OpenEditor(Player, "m", kMacros);
-    Player.Type("score;"); // F1 of the set "Default"
-    LeaveEditor(Player, "alt+d", kMacros);
-
-    OpenEditor(Player, "m", kMacros);
-    Player.Press("alt+n");
-    Player.TakeKeys("^New Macro Set$");
-    Player.Type("Hunt");
-    Player.Press("Return");
-    Player.TakeKeys(kMacros);
-    Screen.Click(0, 0); // nowhere: the dialog keeps the keys
-    Player.Press("alt+s");
-    Player.Press("Tab");
-    Player.Press("Tab");
-    Player.Press("Right"); // the tab "Alt Keys"
-    for (int i = 0; i < 11; ++i)
-        Player.Press("Tab"); // to the box of Alt+K
-    Player.Type("kill ");
-    Moment("1-macros");
-    Player.Press("ctrl+Tab"); // the tab "Ctrl Keys", at the box of Ctrl+A
-    Player.Press("Tab");
-    Player.Type("flee;");
-    LeaveEditor(Player, "alt+d", kMacros);
-
-    OpenEditor(Player, "a", kAliases);
-    AddEntry(Player, "gt", "tell group");
-    Moment("2-aliases");
-    LeaveEditor(Player, "Escape", kAliases);
-
-    OpenEditor(Player, "t", kTriggers);
-    AddEntry(Player, "You are hungry", "eat bread;drink");
-    AddEntry(Player, "hungry", "sigh");
-    Moment("3-triggers");
-    LeaveEditor(Player, "Escape", kTriggers);
-
-    Player.Enter("gt hello");
-    Server.Expect("tell group hello\r");
-    SendText("\r\n\x1b[0;31mYou are hungry.\r\n\x1b[0;37mThe rain stops.");
+    MakeAMacroOfTheFirstSet();
+    MakeTheSecondSet();
+    MakeItsAliasAndTriggers();
+    GetHungry();
     Server.Expect("eat bread\rdrink\rsigh\r");
     ReleaseAlt(Player);
     Player.Press("F1"); // plain keys are the first set's, whatever set is current
     Server.Expect("score\r");
-    Player.Press("alt+k");
-    Player.Enter("rat");
-    Server.Expect("kill rat\r");
+    ExpectAliasAndAltMacro();
     Player.Press("ctrl+b");
     Server.Expect("flee\r");
-
-    Player.ExitByMenu();
-    EXPECT_EQ(Player.WaitForEnd(), 0);
-    EXPECT_NE(File("Data/client.cfg").find("[Macros]\r\nDefault\r\nHunt\r\n[END]\r\n"),
-              std::string::npos);
-    EXPECT_EQ(File("Macros/Default.mco"), "NormKey112=score;\r\n[End]\r\n");
-    const std::string hunt = "CTRLkey66=flee;\r\nAltKey75=kill \r\n"
-                             "[Trigger]\r\nValue=0\r\nTrigger=You are hungry\r\n"
-                             "React=eat bread;drink\r\n~\r\n"
-                             "[Trigger]\r\nValue=1\r\nTrigger=hungry\r\nReact=sigh\r\n~\r\n"
-                             "[Alias]\r\nValue=0\r\nAlias=gt\r\nReplace=tell group\r\n"
-                             "IsEnabled=True\r\n[End]\r\n";
-    EXPECT_EQ(File("Macros/Hunt.mco"), hunt);
+    Exit();
+    ExpectBothSetsInTheirFiles();
 
     // The next day the first set is current, and the second is chosen in the editor.
     Connect();
@@ -155,20 +181,12 @@ TEST_F(SecondSet, IsMadeUsedAndFoundAgain) {
     Server.Expect("score\r");
     Player.Enter("gt hello");
     Server.Expect("gt hello\r");
-    OpenEditor(Player, "m", kMacros);
-    Player.Press("alt+s");
-    Player.Press("Down");
-    LeaveEditor(Player, "alt+d", kMacros);
-    Player.Enter("gt hello");
-    Server.Expect("tell group hello\r");
-    Player.Press("alt+k");
-    Player.Enter("rat");
-    Server.Expect("kill rat\r");
+    ChooseTheSecondSet();
+    ExpectAliasAndAltMacro();
     // Reactions are not read back: each match now sends a bare line, on purpose.
-    SendText("\r\n\x1b[0;31mYou are hungry.\r\n\x1b[0;37mThe rain stops.");
+    GetHungry();
     Server.Expect("\r\r");
-    Player.ExitByMenu();
-    EXPECT_EQ(Player.WaitForEnd(), 0);
+    Exit();
 }
 
 } // namespace
