@@ -7,8 +7,6 @@
 
 #include "Display.h"
 
-#include <string>
-
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QObject>

@@ -1,7 +1,6 @@
 #include "Attacks.h"
 
 #include <iterator>
-#include <string_view>
 
 namespace journey {
 namespace {

@@ -2,7 +2,6 @@
 
 #include "Wait.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <stdexcept>
 #include <utility>

@@ -4,7 +4,6 @@
 // window that is to have the keys is given the focus here.
 #pragma once
 
-#include <cstddef>
 #include <string>
 
 #include <QProcess>
