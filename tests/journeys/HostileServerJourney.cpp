@@ -127,7 +127,7 @@ struct OddName {
     std::string Kept; // under the name that the address gives
 };
 
-// A device elsewhere, a code, another encoding: here they are letters. {} is the web server.
+// A device elsewhere, a code, another encoding: here they are letters.
 const OddName kOddNames[] = {
     {"ANameOfADevice", "con.wav", "con.wav"},
     {"ANameOfAnotherDevice", "nul.wav", "nul.wav"},

@@ -1,7 +1,8 @@
 // Waiting for what a journey needs, and the programs it starts.
 //
-// Nothing in a journey pauses for a fixed time: it waits until a condition holds, and ends with one
-// line that says what it waited for when the condition does not hold in time.
+// A journey pauses for a fixed time only where a moment is what it is about. Else it waits until a
+// condition holds, and ends with one line that says what it waited for when that does not hold in
+// time.
 #pragma once
 
 #include <chrono>
