@@ -18,18 +18,18 @@ namespace {
 
 using forms::Boxes;
 using forms::HttpServer;
-using forms::kLoud;
-using forms::LittleEndian;
 using forms::Recording;
 using forms::Says;
 using forms::Sounding;
-using forms::Tone;
-using forms::Tune;
 using forms::WaitAMoment;
 using forms::WaitFor;
-using forms::Wave;
-using forms::WaveFormat;
 using forms::Whole;
+using sounds::kLoud;
+using sounds::LittleEndian;
+using sounds::Tone;
+using sounds::Tune;
+using sounds::Wave;
+using sounds::WaveFormat;
 
 namespace fs = std::filesystem;
 
@@ -585,7 +585,7 @@ TEST_F(SoundTest, ClosesItsDeviceFiveSecondsAfterTheLastAndOpensItAgain) {
     QTest::qWait(900);
     const std::uintmax_t atLast = AudioSize();
     WaitAMoment([&] { return AudioSize() != atLast; });
-    EXPECT_NEAR(static_cast<double>(atLast) / (4 * forms::kRate), 5.2, 0.5);
+    EXPECT_NEAR(static_cast<double>(atLast) / (4 * sounds::kRate), 5.2, 0.5);
     Keep("thunder.wav", Tone(220, kShort));
     Play("thunder.wav");
     EXPECT_TRUE(IsOver());

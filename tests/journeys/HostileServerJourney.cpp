@@ -6,6 +6,7 @@
 #include "Sounds.h"
 #include "Wait.h"
 #include "WebServer.h"
+#include "support/SoundFiles.h"
 
 #include <QFile>
 
@@ -33,29 +34,14 @@ TEST_F(HostileServer, StormsWithTelnetCommands) {
 
 class HostileToEars : public HostileServer {
 protected:
-    // Numbers with the low byte first.
-    static std::string Bytes(unsigned value, int count) {
-        std::string bytes;
-        for (int i = 0; i < count; ++i)
-            bytes += static_cast<char>(value >> 8 * i & 255U);
-        return bytes;
-    }
-
-    // As a RIFF WAVE file.
+    // As short as a server would have it, to ask for many.
     static std::string Wave(double seconds = 0.05) {
-        constexpr unsigned kRate = 8000;
-        const std::string samples(static_cast<std::size_t>(kRate * seconds), '\x60');
-        const auto size = static_cast<unsigned>(samples.size());
-        return "RIFF" + Bytes(36 + size, 4) + "WAVEfmt " + Bytes(16, 4) + Bytes(1, 2) +
-               Bytes(1, 2) + Bytes(kRate, 4) + Bytes(kRate, 4) + Bytes(1, 2) + Bytes(8, 2) +
-               "data" + Bytes(size, 4) + samples;
+        constexpr sounds::WaveFormat kSmall{1, 1, 8000, 8};
+        return sounds::Wave(std::string(static_cast<std::size_t>(kSmall.Rate * seconds), '\x60'),
+                            kSmall);
     }
 
-    // One note, as a MIDI file.
-    static std::string Tune() {
-        const std::string track = "\0\x90\x3c\x40\x30\x80\x3c\0\0\xff\x2f\0"s;
-        return "MThd\0\0\0\6\0\0\0\1\0\x60MTrk\0\0\0"s + static_cast<char>(track.size()) + track;
-    }
+    static std::string Tune() { return sounds::Tune(60, 0.25); }
 
     // With the sounds on, and played a while.
     void BeginWithSounds() {
