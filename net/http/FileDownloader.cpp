@@ -129,11 +129,11 @@ void FileDownloader::ReadHeader(const std::string& header) {
     } else if (refusal != std::end(kRefusals)) {
         Fail(std::string(refusal->Text));
     } else if (status == "404") {
-        Fail("The file, \"" + Address + "\" was not found!");
+        Fail("The file, \"" + ShownLine(Address) + "\" was not found!");
     } else if (status.empty()) {
         Fail("Cannot establish connection.");
     } else {
-        Fail("The server returned the following response:\r\r" + FirstLine(header));
+        Fail("The server returned the following response:\r\r" + ShownLine(FirstLine(header)));
     }
 }
 

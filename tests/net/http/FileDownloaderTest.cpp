@@ -424,6 +424,26 @@ TEST_F(Downloader, IsToldOfAFailedStatusByAnAddressAsItWasGiven) {
     EXPECT_EQ(Own.Told.at(1), "error The file, \"HTTP://H/\"a\" b\" was not found!");
 }
 
+TEST_F(Downloader, IsToldOfAFirstLineOf4096CharactersWholeAndOfTheBeginningOfALongerOne) {
+    const std::string line = "HTTP/1.1 500 " + std::string(4096 - 14, 'x');
+    Own.Fetch(line + "\r\n\r\n", "");
+    EXPECT_EQ(Own.Told.at(1), "error " + kResponse + line + "\r");
+    Own.Told.clear();
+    Own.Fetch(line + "y\r\n\r\n", "");
+    EXPECT_EQ(Own.Told.at(1), "error " + kResponse + line + "y...");
+}
+
+TEST_F(Downloader, IsToldOfAnAddressOf4096CharactersWholeAndOfTheBeginningOfALongerOne) {
+    const std::string address = "http://h/" + std::string(4096 - 9, 'x');
+    for (const std::string rest : {"", "y"}) {
+        Own.Told.clear();
+        Own.Control.DownloadFile(address + rest, Own.Destination);
+        Own.ReceiveHeader("HTTP/1.1 404 Not Found\r\n\r\n");
+        EXPECT_EQ(Own.Told.at(1), "error The file, \"" + address + (rest.empty() ? "" : "...") +
+                                      "\" was not found!");
+    }
+}
+
 // The announced length.
 
 struct Length {
@@ -583,7 +603,8 @@ TEST_F(Downloader, OfMoreThanTheLargestFileEndsAsCancelledWithANotice) {
         Own.Receive(piece);
     EXPECT_TRUE(Own.Control.IsRunning());
     EXPECT_EQ(Notice, "");
-    Own.Receive(std::string(kChunk, 'x'));
+    Own.Receive("x");
+    Own.ReceiveEnd();
     EXPECT_EQ(Notice, "Not downloaded, because it is too large: " + kAddress);
     EXPECT_EQ(Texts(Own.Told.end() - 3, Own.Told.end()),
               (Texts{"progress 100", Own.PathBox(), "ended"}));
