@@ -482,6 +482,13 @@ TEST_F(Told, OfAFloodTheEndIsToldOnly) {
     EXPECT_EQ(Notices()[0], std::string(1992, 'a') + "\nthe end");
 }
 
+TEST_F(Told, TwoThousandCharactersAreToldWholeAndOfOneMoreAllButTheFirst) {
+    AppendInAFrame("b" + std::string(1999, 'a') + "\n");
+    EXPECT_EQ(Notices(), Names{"b" + std::string(1999, 'a')});
+    AppendInAFrame("b" + std::string(2000, 'c') + "\n");
+    EXPECT_TRUE(Hears(std::string(2000, 'c')));
+}
+
 TEST_F(Told, ALineBreakAloneIsNothingToHear) {
     constexpr int kMoreThanNotices = 20;
     AppendInAFrame("A goose hisses.\n");

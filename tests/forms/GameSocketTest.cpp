@@ -5,6 +5,7 @@
 #include "ui/Socket.h"
 
 #include <gtest/gtest.h>
+#include <poll.h>
 
 #include <QDialog>
 #include <QTimer>
@@ -15,6 +16,7 @@ namespace {
 using forms::GameServer;
 using forms::WaitFor;
 using Events = std::vector<std::string>;
+using Lengths = std::vector<std::size_t>;
 
 // Listens to a socket as the output window does and writes down what it hears.
 class GameSocketTest : public testing::Test {
@@ -40,10 +42,10 @@ protected:
         const std::string arrival = Socket.GetData();
         EXPECT_FALSE(arrival.empty());
         EXPECT_LE(arrival.size(), 32767u);
-        Longest = std::max(Longest, arrival.size());
+        Arrivals.push_back(arrival.size());
         Got += arrival;
-        if (OnArrival)
-            OnArrival();
+        if (const auto react = OnArrival) // a copy: it may replace itself
+            react();
     }
 
     void Open(const std::string& host, std::int16_t port) {
@@ -74,6 +76,25 @@ protected:
         return WaitFor([&] { return Heard.size() >= events.size(); }) && Heard == events;
     }
 
+    // Whether something of what was sent lies before the server, which reads when events run.
+    bool HasLeft(int milliseconds = 0) const {
+        pollfd look = {static_cast<int>(Server.Visitor->socketDescriptor()), POLLIN, 0};
+        return ::poll(&look, 1, milliseconds) == 1;
+    }
+
+    bool Leaves() const { return HasLeft(10000); }
+
+    // Has the server send bytes so that all of them wait, behind an arrival of one byte.
+    void SendAtOnce(const std::string& bytes, const std::function<void()>& then = nullptr) {
+        OnArrival = [this, bytes, then] {
+            OnArrival = then;
+            Server.Send(bytes);
+            WaitFor([this] { return Server.Visitor->bytesToWrite() == 0; });
+            forms::WaitAMoment([this] { return Got.size() > 1; }); // nothing comes from inside
+        };
+        Server.Send("x");
+    }
+
     // The numbers of an error that ends an attempt to connect.
     std::string ErrorOf(const std::string& host, std::int16_t port) {
         Open(host, port);
@@ -89,7 +110,7 @@ protected:
     Events Heard;
     std::vector<int> StatesThen; // the state at each event heard
     std::string Got;
-    std::size_t Longest = 0; // arrival
+    Lengths Arrivals; // in bytes
     bool InCall = false;
     std::function<void()> OnArrival;
 };
@@ -180,15 +201,58 @@ TEST_F(GameSocketTest, HandsOverAtMost32767BytesAtOnce) {
 
 TEST_F(GameSocketTest, FillsAnArrivalWhenMoreIsWaiting) {
     BeConnected();
-    OnArrival = [this] {
-        OnArrival = nullptr;
-        Server.Send(std::string(90000, 'y'));
-        WaitFor([this] { return Server.Visitor->bytesToWrite() == 0; });
-        forms::WaitAMoment([this] { return Got.size() > 1; }); // nothing comes from inside
+    SendAtOnce(std::string(90000, 'y'));
+    ASSERT_TRUE(WaitFor([this] { return Got.size() == 90001; }));
+    EXPECT_EQ(std::ranges::max(Arrivals), 32767u);
+}
+
+TEST_F(GameSocketTest, OneByteMoreThanFitsIsTheNextArrival) {
+    BeConnected();
+    SendAtOnce(std::string(32767, 'y'));
+    ASSERT_TRUE(WaitFor([this] { return Got.size() == 32768; }));
+    EXPECT_EQ(Arrivals, (Lengths{1, 32767}));
+    Got.clear();
+    Arrivals.clear();
+    SendAtOnce(std::string(32768, 'y'));
+    ASSERT_TRUE(WaitFor([this] { return Got.size() == 32769; }));
+    EXPECT_EQ(Arrivals, (Lengths{1, 32767, 1}));
+}
+
+TEST_F(GameSocketTest, ALineIsOnItsWayAtOnceAndABeginningWaits) {
+    BeConnected();
+    Send("look");
+    EXPECT_FALSE(HasLeft());
+    Send("\r");
+    EXPECT_TRUE(Leaves());
+    EXPECT_TRUE(Server.Gets("look\r"));
+}
+
+TEST_F(GameSocketTest, AnswersToOneArrivalGoOutTogetherBeforeTheNext) {
+    BeConnected();
+    SendAtOnce(std::string(32768, 'y'), [this] {
+        if (Arrivals.size() == 3) {
+            EXPECT_TRUE(Leaves());
+            return;
+        }
+        Send("one\r");
+        Send("two\r");
+        EXPECT_FALSE(HasLeft());
+    });
+    EXPECT_TRUE(Server.Gets("one\rtwo\r"));
+    EXPECT_EQ(Arrivals.size(), 3u);
+}
+
+TEST_F(GameSocketTest, AnswersOf16KiBGoOutTogetherAndWithOneByteMoreBeforeTheArrivalEnds) {
+    BeConnected();
+    const std::string most = std::string(16383, 'a') + '\r';
+    OnArrival = [&] {
+        Send(most);
+        EXPECT_FALSE(HasLeft());
+        Send("b");
+        EXPECT_TRUE(Leaves());
     };
     Server.Send("x");
-    ASSERT_TRUE(WaitFor([this] { return Got.size() == 90001; }));
-    EXPECT_EQ(Longest, 32767u);
+    EXPECT_TRUE(Server.Gets(most + "b"));
 }
 
 TEST_F(GameSocketTest, TellsTheTextBeforeTheClose) {
@@ -357,6 +421,7 @@ TEST_F(GameSocketTest, AFastServerWaitsWhileABoxIsOpenAndNothingIsLost) {
     constexpr std::size_t kAll = 48 * 1024 * 1024;
     BeConnected();
     qint64 held = 0;
+    std::size_t ahead = 0;
     OnArrival = [&] {
         OnArrival = nullptr;
         QDialog box;
@@ -370,11 +435,16 @@ TEST_F(GameSocketTest, AFastServerWaitsWhileABoxIsOpenAndNothingIsLost) {
         });
         look.start(100);
         box.exec();
+        for (std::string more = Socket.GetData(); !more.empty(); more = Socket.GetData()) {
+            Got += more;
+            ahead += more.size();
+        }
     };
     Server.Send(std::string(kAll, 'f'));
     ASSERT_TRUE(WaitFor([&] { return Got.size() == kAll; }));
     // What has left the server lies in the system's buffers and a little of it in ours.
     EXPECT_GT(held, qint64{kAll / 2});
+    EXPECT_EQ(ahead, 65536u);
 }
 
 TEST_F(GameSocketTest, TextThatArrivesWhileABoxIsOpenIsDeliveredAfterIt) {

@@ -92,6 +92,15 @@ protected:
         return taken.Body;
     }
 
+    // Gets rid of nothing for a while.
+    bool ServerStops() const {
+        return WaitFor([this] {
+            const qint64 before = Web.Last().Poured;
+            QTest::qWait(60);
+            return Web.Last().Poured == before;
+        });
+    }
+
     HttpServer Web;
     std::set<std::int32_t> Numbers;
 };
@@ -366,16 +375,7 @@ protected:
     FastServer() {
         GetFrom(PoursBehind("HTTP/1.1 200 OK\r\n\r\n", BodyOf(4096)));
         Header();
-        EXPECT_TRUE(WaitUntilItStops());
-    }
-
-    // Until it has got rid of nothing for a while.
-    bool WaitUntilItStops() const {
-        return forms::WaitFor([this] {
-            const qint64 before = Web.Last().Poured;
-            QTest::qWait(60);
-            return Web.Last().Poured == before;
-        });
+        EXPECT_TRUE(ServerStops());
     }
 
     // What can be taken without letting it send more.
@@ -394,6 +394,15 @@ TEST_F(FastServer, IsKeptWaitingWhenNothingIsTaken) {
     const std::size_t there = TakeWhatIsThere();
     EXPECT_GE(there, kKept);
     EXPECT_LE(there, 2 * kKept);
+}
+
+// In pieces that fill what is kept exactly.
+TEST_F(TransferTest, Keeps64KiBOfABodyAndNotAByteMore) {
+    GetFrom(PoursBehind(ChunkedHead(), ChunkOf(BodyOf(1024))));
+    Header();
+    EXPECT_TRUE(ServerStops());
+    EXPECT_FALSE(inet::GetChunk(kFirst, kKept + 1));
+    EXPECT_TRUE(WaitFor([] { return inet::GetChunk(kFirst, kKept).has_value(); }));
 }
 
 TEST_F(FastServer, GoesOnWhenSomethingIsTaken) {
