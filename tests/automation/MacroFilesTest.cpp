@@ -266,9 +266,15 @@ TEST_F(MacroFile, MoreEntriesThanTheEditorsSetsHoldAreOverflow) {
     MacroSets.assign(22, Named("Full"));
     EXPECT_EQ(ErrorOf(LoadAllMacroSets), 0);
     EXPECT_EQ(MacroSets.back().Aliases.size(), 32768u);
-    MacroSets.assign(22, Named("Full"));
-    MacroSets.push_back(Named("One more"));
-    EXPECT_EQ(ErrorOf(LoadAllMacroSets), Overflow);
+    // The same number in 23 sets, of which each has a trigger and an alias at least; and one more.
+    WriteFile("Macros\\Rest.mco", "[Alias]\nValue=32766\nAlias=x\nReplace=y\nIsEnabled=0\n[End]\n");
+    for (const std::string last : {"32766", "32767"}) {
+        WriteFile("Macros\\Half.mco", "[Trigger]\nValue=" + last + "\nTrigger=t\n~\n[End]\n");
+        MacroSets.assign(21, Named("Full"));
+        MacroSets.push_back(Named("Rest"));
+        MacroSets.push_back(Named("Half"));
+        EXPECT_EQ(ErrorOf(LoadAllMacroSets), last == "32766" ? 0 : Overflow);
+    }
 }
 
 TEST_F(MacroFile, MoreBytesThanFourOfTheLargestFilesAreOverflow) {

@@ -172,6 +172,10 @@ const BookCase kRefusals[] = {
     {"OfALifeThatIsTooLong", BookWith("\"life\": 20", "\"life\": 1000001"), kNoLife},
     {"OfKillsBelowNone", BookWith("\"kills\": 0", "\"kills\": -1"),
      "kills is no number that is written there"},
+    {"OfTooManyKills", BookWith("\"kills\": 0", "\"kills\": 1000001"),
+     "kills is no number that is written there"},
+    {"OfTooMuchHunger", BookWith("\"beatsSinceMeal\": 0", "\"beatsSinceMeal\": 1000001"),
+     "beatsSinceMeal is no number that is written there"},
     {"OfHungerWithoutANumber", BookWith("\"beatsSinceMeal\": 0", "\"beatsSinceMeal\": null"),
      "beatsSinceMeal is no number that is written there"},
 };
@@ -194,6 +198,7 @@ TEST_P(WorldBookReadings, AreTaken) {
 const BookCase kReadings[] = {
     {"OfAPlayer", BookWith("", ""), ""},
     {"WithTheMostRounds", BookWith("\"rounds\": 1", "\"rounds\": 1000000"), ""},
+    {"WithTheLongestLife", BookWith("\"life\": 20", "\"life\": 1000000"), ""},
     {"WithOneWhoHasNotBeenIn", BookWith("\"life\": 20", "\"life\": 0"), ""},
     {"WithKeysThatAreUnknown", BookWith("\"rounds\"", "\"hat\": true, \"rounds\""), ""},
     {"WithThings", BookWith("[]", R"(["loaf", "hat"])"), "[loaf][hat]"},

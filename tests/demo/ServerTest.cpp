@@ -355,6 +355,21 @@ TEST_F(WorldServer, OneTurnReadsAKibibyteOfAPlayer) {
     EXPECT_EQ(MostSaidATurn(ada.received), fitting);
 }
 
+// Four ends of lines lie in 1,024 bytes, in no fewer; and wherever those begin, in no more.
+TEST_F(WorldServer, OneTurnReadsNotAByteMoreThanAKibibyteAndNotAByteLess) {
+    for (const std::size_t length : {341U, 256U}) {
+        Visitor ada(Port());
+        ASSERT_TRUE(ada.LogIn("Ada"));
+        ada.Forget();
+        std::string flood = "l\r"; // the others end where a second kibibyte begins
+        for (int i = 0; i < 40; ++i)
+            flood += "say " + std::string(length - 5, 'x') + '\r';
+        ada.Send(flood + "say done\r");
+        ASSERT_TRUE(ada.Sees("You say: done"));
+        EXPECT_EQ(MostSaidATurn(ada.received), 4) << length;
+    }
+}
+
 TEST_F(WorldServer, TakesThreeHundredClientsAndTurnsTheNextOneAway) {
     ASSERT_EQ(MaxClients, 300U);
     std::vector<std::unique_ptr<Visitor>> crowd;

@@ -184,9 +184,11 @@ TEST(WorldTelnet, AgreesWhenEchoIsStoppedByTheOtherEnd) {
 }
 
 TEST(WorldTelnet, KeepsALineOf512BytesAndDropsTheRestUpToItsEnd) {
-    Telnet telnet;
-    const Lines lines = Decode(telnet, std::string(512, 'a') + "bcd\rnext\r").lines;
-    EXPECT_EQ(lines, (Lines{std::string(512, 'a'), "next"}));
+    for (const char* const rest : {"", "b", "bcd"}) {
+        Telnet telnet;
+        const Lines lines = Decode(telnet, std::string(512, 'a') + rest + "\rnext\r").lines;
+        EXPECT_EQ(lines, (Lines{std::string(512, 'a'), "next"})) << rest;
+    }
 }
 
 TEST(WorldTelnet, ALineWithoutEndTakesNoMoreMemory) {
@@ -203,6 +205,16 @@ TEST(WorldTelnet, ASubnegotiationWithoutEndTakesNoMoreMemory) {
         Decode(telnet, std::string(1000, 'x'));
     EXPECT_EQ(telnet.sub.size(), MaxSubnegotiation);
     EXPECT_EQ(Decode(telnet, "\xff\xf0still here\r").lines, Lines{"still here"});
+}
+
+TEST(WorldTelnet, KeepsSixtyFourBytesOfASubnegotiation) {
+    Telnet telnet;
+    Decode(telnet, "\xff\xfa" + std::string(63, 'x'));
+    EXPECT_EQ(telnet.sub, std::string(63, 'x'));
+    Decode(telnet, "y");
+    EXPECT_EQ(telnet.sub, std::string(63, 'x') + "y");
+    Decode(telnet, "z");
+    EXPECT_EQ(telnet.sub, std::string(63, 'x') + "y");
 }
 
 TEST(WorldTelnet, ATerminalNameIsKeptToFortyCharacters) {
