@@ -70,6 +70,7 @@ TEST_P(ConnectAtStartToNothing, IsToldAndTheClientCanBeUsed) {
 
 const Wrong kWrong[] = {
     {"AnUnknownName", "Nowhere"},
+    {"ANameLikeAnOption", "-v"},
     {"APortThatDoesNotFit", "127.0.0.1:99999"},
 };
 
