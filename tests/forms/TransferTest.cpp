@@ -396,9 +396,10 @@ TEST_F(FastServer, IsKeptWaitingWhenNothingIsTaken) {
     EXPECT_LE(there, 2 * kKept);
 }
 
-// In pieces that fill what is kept exactly.
+// The first byte behind the first piece is the last that is kept.
 TEST_F(TransferTest, Keeps64KiBOfABodyAndNotAByteMore) {
-    GetFrom(PoursBehind(ChunkedHead(), ChunkOf(BodyOf(1024))));
+    GetFrom(PoursBehind(ChunkedHead() + ChunkOf(BodyOf(kKept - 1)),
+                        ChunkOf("x") + ChunkOf(BodyOf(1024))));
     Header();
     EXPECT_TRUE(ServerStops());
     EXPECT_FALSE(inet::GetChunk(kFirst, kKept + 1));
