@@ -105,7 +105,8 @@ void WireJourney::Push(ToolbarPlace place) const {
     Screen.Click((control.Left + control.Right) / 2, (control.Top + control.Bottom) / 2);
 }
 
-// A click on a button that can't be used does nothing.
+// A click on a button that can't be used does nothing. What the client answers shows that it, too,
+// takes itself for connected.
 void WireJourney::ConnectAgain() {
     WaitFor("the client to connect again", [this] {
         Push(ConnectButton);
@@ -113,6 +114,7 @@ void WireJourney::ConnectAgain() {
     });
     Server.WaitForPlayer();
     Way = std::make_unique<Wire>(Server.HandOver());
+    LetRead();
 }
 
 void WireJourney::WaitForTheEndOfTheConnection() const {
