@@ -56,7 +56,8 @@ std::string ReadFile(const std::string& name);
 // back are one.
 void WriteFile(const std::string& name, std::string_view contents);
 
-// A line of a file as a message box shows it: whole, or its beginning when it fills several boxes.
+// A line of a file or of an answer, or an address, as a message box shows it: whole, or its
+// beginning when it would fill the screen.
 std::string ShownLine(std::string_view line);
 
 // True when name, alone or before an extension, can be the name of a file or folder of ours: one
