@@ -17,8 +17,8 @@ run: release
 	scripts/run $(RELEASE)
 
 # The release build (g++) with all tests, and before it the rule and form tests and a little of each
-# fuzz target under sanitizers (clang++). Journeys mostly wait, so four go at a time; any other test
-# counts as two.
+# fuzz target under sanitizers (clang++). Journeys, sounds and the demo world mostly wait, so four of
+# them go at a time; most other tests count as two.
 test: sanitized release
 	$(TEST_ENV) ctest --test-dir $(SANITIZED) --output-on-failure -j 4
 	$(TEST_ENV) ctest --test-dir $(RELEASE) --output-on-failure -j 4
