@@ -63,6 +63,8 @@ void Siege::KeepState() {
         return std::exchange(before, MbBefore) == MbBefore;
     });
     Known = FilesLeft();
+    // Held for a moment while the settings are written.
+    std::erase_if(Known, [](const std::string& name) { return name.ends_with(".lock"); });
 }
 
 // A failure in a row tells which one it was, also one that is thrown.
