@@ -12,6 +12,9 @@
 #include <SDL_mixer.h>
 #include <algorithm>
 #include <fstream>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 #include <QCoreApplication>
 #include <QFile>
@@ -55,6 +58,13 @@ std::uintmax_t SizeOf(const std::filesystem::path& file) {
     std::error_code failure;
     const std::uintmax_t size = std::filesystem::file_size(file, failure);
     return failure ? 0 : size;
+}
+
+// What sounds and instruments took goes back to the system, also what lies between other things.
+void GiveBackMemory() {
+#ifdef __GLIBC__
+    malloc_trim(0);
+#endif
 }
 
 bool IsMusic(const std::filesystem::path& file) {
@@ -136,6 +146,7 @@ void frmSound::CloseDevice() {
     Mix_CloseAudio();
     SDL_QuitSubSystem(SDL_INIT_AUDIO);
     DeviceIsOpen = false;
+    GiveBackMemory();
 }
 
 void frmSound::WaitForSilence() { IdleTimer.start(); }
