@@ -3,9 +3,8 @@
 #include "fakes/Fakes.h"
 #include "support/ChildProcess.h"
 #include "support/ErrorOf.h"
+#include "support/FullDisk.h"
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace mw {
@@ -160,17 +159,13 @@ INSTANTIATE_TEST_SUITE_P(Files, Leftovers, testing::ValuesIn(kLeftovers),
 TEST_F(WholeFiles, StayWholeOnADiskThatIsFull) {
     const std::string old(10000, 'o');
     WriteFile("f", old);
-    rlimit usual{};
-    ::getrlimit(RLIMIT_FSIZE, &usual);
-    void (*const handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
     for (const rlim_t room : {0UL, 1UL, 4096UL, 19999UL}) {
-        const rlimit full = {room, usual.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &full);
-        WriteFile("f", std::string(20000, 'n'));
-        ::setrlimit(RLIMIT_FSIZE, &usual);
+        {
+            const FullDisk disk(room);
+            WriteFile("f", std::string(20000, 'n'));
+        }
         EXPECT_EQ(Folder.Contents(), (std::map<std::string, std::string>{{"f", old}})) << room;
     }
-    std::signal(SIGXFSZ, handler);
     WriteFile("f", "new");
     EXPECT_EQ(ReadFile("f"), "new");
 }

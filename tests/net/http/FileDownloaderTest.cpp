@@ -3,13 +3,12 @@
 #include "base/Notice.h"
 #include "config/FreshFolder.h"
 #include "fakes/Fakes.h"
+#include "support/FullDisk.h"
 
 #include <algorithm>
-#include <csignal>
 #include <limits>
 #include <ostream>
 #include <random>
-#include <sys/resource.h>
 
 namespace mw {
 namespace {
@@ -700,28 +699,6 @@ TEST_F(Downloader, CantReplaceAFolderByAFile) {
     EXPECT_EQ(Names(), Texts{"rain.wav"});
     EXPECT_TRUE(fs::is_directory(Own.Destination));
 }
-
-// No file of this process grows beyond limit bytes while it lives: as on a full disk.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t limit) : Handler(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &Before);
-        const rlimit now{limit, Before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &now);
-    }
-
-    ~FullDisk() {
-        setrlimit(RLIMIT_FSIZE, &Before);
-        std::signal(SIGXFSZ, Handler);
-    }
-
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    rlimit Before{};
-    void (*Handler)(int);
-};
 
 TEST_F(Downloader, LeavesNothingWhenTheDiskIsFullAtAChunk) {
     Own.Start();
