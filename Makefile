@@ -10,7 +10,7 @@ FUZZ_SECONDS := 60
 SOAK_SECONDS := 1200
 
 .PHONY: run test tour pictures bench instructions oracles fuzz soak package \
-	test-package setup release sanitized clean
+	test-package test-build setup release sanitized clean
 
 # The demo world and the client connected to it; without a display, the tour.
 run: release
@@ -62,6 +62,11 @@ package: release
 # The packages on a fresh Debian: installed, played with, removed. Needs root and the network.
 test-package: package
 	scripts/test-package $(RELEASE) build/packages
+
+# Two builds give the same packages: this one, and one by an account without rights, elsewhere and
+# without a network. Of what is committed.
+test-build: package
+	scripts/test-build build/packages
 
 # A hostile server, then SOAK_SECONDS of play: keys, memory, handles and costs in the long run. To
 # be run on a machine that does nothing else.
