@@ -6,6 +6,7 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QAccessible>
+#include <QElapsedTimer>
 #include <QMimeData>
 #include <QPointer>
 #include <QScrollBar>
@@ -19,6 +20,7 @@ namespace mw {
 namespace {
 
 constexpr int kFrame = 16; // milliseconds
+constexpr int kSlowFrame = 250;
 
 // NUL, which telnet uses as padding, takes no room, TAB is a tab stop, and all other control bytes
 // are a small dot.
@@ -104,6 +106,8 @@ void OutputView::ScrollToEnd() {
 }
 
 void OutputView::Apply() {
+    QElapsedTimer taken;
+    taken.start();
     Frame.stop();
     if (Removed > 0 || !Runs.empty()) {
         if (IsToBeTold)
@@ -114,6 +118,7 @@ void OutputView::Apply() {
     }
     if (AtEnd)
         ShowEnd();
+    Frame.setInterval(std::clamp(static_cast<int>(taken.elapsed()), kFrame, kSlowFrame));
 }
 
 void OutputView::ApplyInOneEdit() {

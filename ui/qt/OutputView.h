@@ -1,9 +1,10 @@
 // The text box of the output: coloured runs at its end, removals at its beginning.
 //
 // Both are queued and applied once a frame in one edit; a run that a removal takes away again
-// before that is never inserted, nor even turned into characters. Whoever reads the box with keys
-// or mouse sees the queue applied first; a screen reader is told of each frame. 40-character runs
-// one by one cost 5 times as much.
+// before that is never inserted, nor even turned into characters. A frame lasts as long as the last
+// one took to apply, so that half of the time is left to take in what arrives. Whoever reads the
+// box with keys or mouse sees the queue applied first; a screen reader is told of each frame.
+// 40-character runs one by one cost 5 times as much.
 #pragma once
 
 #include "base/TextQueue.h"
