@@ -8,8 +8,10 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QElapsedTimer>
 #include <QMimeData>
 #include <QScrollBar>
+#include <QThread>
 
 namespace mw {
 namespace {
@@ -59,6 +61,23 @@ TEST_F(OutputViewTest, AppliesTheQueueOnceAFrame) {
     ASSERT_TRUE(WaitFor([this] { return InDocument() == "one two"; }));
     EXPECT_EQ(applied, 1);
     EXPECT_EQ(View.Length(), 7u);
+}
+
+TEST_F(OutputViewTest, LeavesAsMuchTimeToTakeInTextAsTheLastFrameTook) {
+    constexpr int kSlow = 200; // milliseconds
+    int applied = 0;
+    QObject::connect(&View, &OutputView::applied, &View, [&] {
+        if (++applied == 1)
+            QThread::msleep(kSlow);
+    });
+    Append("one ");
+    ASSERT_TRUE(WaitFor([&] { return applied == 1; }));
+    QElapsedTimer taken;
+    taken.start();
+    Append("two");
+    ASSERT_TRUE(WaitFor([&] { return applied == 2; }));
+    EXPECT_GT(taken.elapsed(), kSlow / 2); // timers may be a little early
+    EXPECT_EQ(InDocument(), "one two");
 }
 
 TEST_F(OutputViewTest, LengthIsTheDocumentsOnceAllIsApplied) {
