@@ -47,11 +47,11 @@ void Siege::Begin() {
     ConnectByWire();
     OpenAndCloseAWindow();
     for (Attack attack : TextAttacks()) {
-        attack.Least = std::min(attack.Least, kTaste);
+        attack.Least = std::min(attack.Least, kTaste) * static_cast<std::size_t>(Times(1));
         Way->Begin(attack);
         Way->Stop();
+        LetRead();
     }
-    LetRead();
     TypeALine();
     KeepState();
 }
