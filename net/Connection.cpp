@@ -82,6 +82,8 @@ void DisconnectFromMud() {
     SetControls(false);
     Panel("");
     StopSessionClock();
+    if (tmrConnect.Enabled) // the panel tells the socket's state again
+        StartTimer(Timer::Connect, tmrConnect.Interval);
 }
 
 std::string ConnectionStateText() {
@@ -156,7 +158,7 @@ void wskTCP_Error(std::int32_t number, std::string_view description) {
 
 void tmrConnect_Timer() {
     Panel(ConnectionStateText());
-    // A closed socket's text stays the same until ConnectToMud starts the timer again.
+    // A closed socket's text stays until ConnectToMud or DisconnectFromMud starts the timer again.
     if (wskTCP::State() == SocketClosed)
         StopTimer(Timer::Connect);
 }

@@ -12,6 +12,7 @@
 #include "terminal/Incoming.h"
 #include "terminal/Output.h"
 
+#include <algorithm>
 #include <ostream>
 
 using namespace std::string_literals;
@@ -823,6 +824,23 @@ TEST_F(Disconnecting, WhileConnectingLeavesTheConnectTimerEnabled) {
     EXPECT_TRUE(tmrConnect.Enabled);
     tmrConnect_Timer();
     EXPECT_EQ(Panel(), "Connection Closed");
+}
+
+TEST_F(Disconnecting, AfterAnErrorTellsTheStateOnceMore) {
+    BeConnecting();
+    fakes::SocketState = SocketClosed;
+    wskTCP_Error(10061, "refused");
+    tmrConnect_Timer();
+    Forget();
+    DisconnectFromMud();
+    EXPECT_LT(fakes::PlaceOf("Panel 1 "), fakes::PlaceOf("Start tmrConnect 100"));
+    tmrConnect_Timer();
+    EXPECT_EQ(Panel(), "Connection Closed");
+}
+
+TEST_F(Disconnecting, WhenNoConnectionWasTriedStartsNoTimer) {
+    DisconnectFromMud();
+    EXPECT_EQ(std::count(fakes::Calls.begin(), fakes::Calls.end(), "Start tmrConnect 100"), 0);
 }
 
 TEST_F(Disconnecting, LeavesBufferPendingLineAndColour) {
