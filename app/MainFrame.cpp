@@ -13,6 +13,7 @@
 #include "net/http/DownLoad.h"
 #include "sound/PlaySound.h"
 #include "terminal/Ansi.h"
+#include "terminal/AutoLog.h"
 #include "terminal/Output.h"
 #include "ui/Events.h"
 #include "ui/FrameControls.h"
@@ -112,6 +113,7 @@ void mnutoolbar_Click() {
 void MDIForm_Unload() {
     AbandonDownloads();
     UnloadOtherForms();
+    CloseLog();
     SavingMode = true;
     KeepToolbar(!IsVisible(FrameControl::mnuMud));
     ShowSplash();

@@ -35,7 +35,8 @@ void mnuInput_Click();
 // keeps the choice as a setting.
 void mnutoolbar_Click();
 
-// The frame is being closed: the other windows go, and the splash begins to save.
+// The frame is being closed: the other windows go, the log is closed, and the splash begins to
+// save.
 void MDIForm_Unload();
 
 } // namespace mw

@@ -392,6 +392,15 @@ TEST_F(FrameUnload, TakesTheToolbarFromTheMudMenuOnPurpose) {
     EXPECT_EQ(Kept(), "1");
 }
 
+TEST_F(FrameUnload, ClosesALogThatADisconnectHasLeftOpen) {
+    const FreshFolder folder;
+    AutoLogOn = true;
+    LogFilePath = (folder.Path / "log.txt").string();
+    OpenLog();
+    MDIForm_Unload();
+    EXPECT_FALSE(LogFileOpen);
+}
+
 TEST_F(FrameUnload, KeepsTheToolbarForTheUserToo) {
     MDIForm_Load();
     mnutoolbar_Click();
