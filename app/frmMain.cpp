@@ -188,6 +188,10 @@ void frmMain::ShowOutput() {
 // From the top of the frame to its end. The client area would keep the focus in the output, which
 // is asked for by its boxes because it may be half gone: its end moves the focus.
 bool frmMain::focusNextPrevChild(bool next) {
+    if (focusWidget() && !focusWidget()->isEnabled()) {
+        Input->setFocus(); // what can't be used any more leaves it to the command line
+        return true;
+    }
     QList<QWidget*> stops{closeOutput, Chooser, cmdConn, cmdDisco, cmdNew, cmdDel};
     for (OutputView* const box : ClientArea->findChildren<OutputView*>())
         stops << box;

@@ -143,6 +143,7 @@ TEST_F(FrmMainTest, ConnectsAndDisconnectsByTheToolbar) {
     ExpectMenuItems(false);
     EXPECT_TRUE(Frame->Chooser->isEnabled());
     EXPECT_EQ(Panel(1), "");
+    EXPECT_TRUE(Input()->hasFocus());
     EXPECT_TRUE(Shown().ends_with("\nConnection Closed\n"));
     EXPECT_TRUE(Server.VisitorLeaves());
     EXPECT_EQ(Closer.Texts, Boxes{});
