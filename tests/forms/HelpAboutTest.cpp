@@ -245,6 +245,15 @@ TEST_F(AboutWindow, LocksTheFrameUntilItIsClosed) {
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
+TEST_F(AboutWindow, LocksNothingButTheFrame) {
+    Item("mnuGHlp")->trigger();
+    const QPointer<frmHelp> manual = Window<frmHelp>();
+    ASSERT_TRUE(WaitFor([&] { return manual->isVisible(); }));
+    Open<frmAbout>("mnuAbout");
+    QTest::keyClick(manual->windowHandle(), Qt::Key_Escape);
+    EXPECT_TRUE(WaitFor([&] { return !manual || !manual->isVisible(); }));
+}
+
 TEST_F(AboutWindow, OkClosesIt) {
     Open<frmAbout>("mnuAbout");
     QTest::mouseClick(Dialog->findChild<QPushButton*>(), Qt::LeftButton);

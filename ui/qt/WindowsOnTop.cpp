@@ -23,7 +23,7 @@ LockedDialog::LockedDialog(const char* name, const QString& title, QWidget* fram
     setObjectName(name);
     setWindowTitle(title);
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowModality(Qt::ApplicationModal);
+    setWindowModality(Qt::WindowModal);
     setSizeGripEnabled(true);
 }
 
