@@ -59,6 +59,7 @@ frmEntries::frmEntries(const char* name, const QString& title, QWidget* frame)
     cmdNew->setFocus();
     resize(640, 380);
     connect(List, &QListWidget::itemSelectionChanged, this, &frmEntries::ShowSelected);
+    connect(List, &QListWidget::itemClicked, this, &frmEntries::ShowSelected); // after an Add, too
 }
 
 // A list has a current row as soon as it has the focus; only a selected one counts.
@@ -130,6 +131,7 @@ void frmEntries::New() {
 }
 
 void frmEntries::EditSelected() {
+    ShowSelected();
     Open(true);
     Text->selectAll();
 }

@@ -87,6 +87,18 @@ TEST_F(AliasEditor, AddsWhatIsTypedSelectsItAndClearsTheBoxes) {
     EXPECT_TRUE(Button("cmdDelete")->isEnabled());
 }
 
+TEST_F(AliasEditor, ShowsWhatWasAddedAsSoonAsItIsEditedOrClicked) {
+    OpenIt();
+    Add("gt", "tell group ");
+    QTest::mouseClick(List()->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      List()->visualItemRect(List()->item(0)).center());
+    EXPECT_EQ(Alias()->text(), "gt");
+    Add("l", "look");
+    Click("cmdEdit");
+    EXPECT_EQ(Alias()->text(), "l");
+    EXPECT_EQ(Action()->toPlainText(), "look");
+}
+
 TEST_F(AliasEditor, RefusesAnEmptyAliasAndStaysOpenForIt) {
     OpenIt();
     Add("", "look");
