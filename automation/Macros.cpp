@@ -4,6 +4,7 @@
 #include "config/FileHandler.h"
 #include "ui/MessageBox.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -79,6 +80,11 @@ bool AddMacroSet(const std::string& name) {
         return false;
     if (!IsFileName(name) || name.starts_with('[')) {
         ShowMessage("This name can't be the name of a file. Please choose another one.");
+        return false;
+    }
+    if (std::any_of(MacroSets.begin(), MacroSets.end(),
+                    [&](const MacroSet& set) { return set.Name == name; })) {
+        ShowMessage("There is a macro set of this name already. Please choose another one.");
         return false;
     }
     MacroSets.push_back(OneMacroSet(name)[0]);

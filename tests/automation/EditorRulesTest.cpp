@@ -237,10 +237,17 @@ TEST_F(SetEditing, ANameThatTheFilesCannotKeepIsRefused) {
               Texts(6, "This name can't be the name of a file. Please choose another one."));
 }
 
+TEST_F(SetEditing, TheNameOfAnotherSetIsRefusedSinceItsFileWouldBeLost) {
+    EXPECT_FALSE(AddMacroSet("Default"));
+    EXPECT_EQ(MacroSets.size(), 1u);
+    EXPECT_EQ(fakes::Messages,
+              (Texts{"There is a macro set of this name already. Please choose another one."}));
+}
+
 TEST_F(SetEditing, TwentyTwoSetsMayExistAlthoughTheTextSaysTwentyOnPurpose) {
     while (MacroSets.size() < 22) {
         ASSERT_TRUE(MayAddMacroSet());
-        AddMacroSet("x");
+        AddMacroSet("x" + std::to_string(MacroSets.size()));
     }
     EXPECT_FALSE(MayAddMacroSet());
     EXPECT_EQ(fakes::Messages, (Texts{"There is a maximum of 20 macrosets"}));
