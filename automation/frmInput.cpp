@@ -11,6 +11,7 @@
 #include "ui/qt/OneLine.h"
 #include "ui/qt/Text.h"
 
+#include <QAbstractItemView>
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -54,6 +55,7 @@ frmInput::frmInput(QWidget* parent) : QWidget(parent), cboInput(new QComboBox(th
     font.setPointSize(11);
     cboInput->setFont(font);
     cboInput->installEventFilter(this);
+    cboInput->view()->installEventFilter(this);
     Box = cboInput;
 
     auto* const layout = new QHBoxLayout(this);
@@ -67,8 +69,14 @@ frmInput::frmInput(QWidget* parent) : QWidget(parent), cboInput(new QComboBox(th
 }
 
 // The box has the focus itself, so the keys come to it and not to its edit field. Taking the
-// shortcut override brings every key here before a menu can have it.
+// shortcut override brings every key here before a menu can have it. While the list is dropped down
+// they come to that, which acts on them as lists do.
 bool frmInput::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != cboInput && event->type() != QEvent::KeyRelease) {
+        if (event->type() == QEvent::KeyPress)
+            KeyInList(*static_cast<QKeyEvent*>(event));
+        return false;
+    }
     switch (event->type()) {
     case QEvent::ShortcutOverride:
         if (!IsMenuKey(*static_cast<QKeyEvent*>(event)))
@@ -87,6 +95,13 @@ bool frmInput::eventFilter(QObject* watched, QEvent* event) {
     default:
         return QWidget::eventFilter(watched, event);
     }
+}
+
+// Macros and directions are sent, but Enter chooses a line.
+void frmInput::KeyInList(const QKeyEvent& event) {
+    const std::int16_t keyCode = KeyCodeOf(event);
+    if (keyCode != kEnterKey)
+        RunHandler("cboInput_KeyDown", [keyCode] { cboInput_KeyDown(keyCode); });
 }
 
 // Returns true when the box is not to see the key.

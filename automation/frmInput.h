@@ -29,6 +29,7 @@ protected:
 private:
     bool KeyDown(QKeyEvent* event);
     bool KeyPress(QKeyEvent* event);
+    static void KeyInList(const QKeyEvent& event);
 
     QComboBox* cboInput;
 };

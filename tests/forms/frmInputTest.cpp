@@ -346,6 +346,27 @@ TEST_F(FrmInputTest, AltAloneIsTheCommandLinesAndNotTheMenuBars) {
     EXPECT_TRUE(Input()->hasFocus());
 }
 
+TEST_F(FrmInputTest, AltIsReleasedInTheListThatItHasDroppedDown) {
+    SendLines({"one", "two"});
+    QTest::keyPress(Input(), Qt::Key_Alt);
+    QTest::keyPress(Input(), Qt::Key_Down, Qt::AltModifier);
+    ASSERT_TRUE(Input()->view()->isVisible());
+    EXPECT_TRUE(AltDown);
+    QTest::keyRelease(Input()->view(), Qt::Key_Alt);
+    EXPECT_FALSE(AltDown);
+    QTest::keyPress(Input()->view(), Qt::Key_Escape);
+    EXPECT_FALSE(Input()->view()->isVisible());
+}
+
+TEST_F(FrmInputTest, KeysInTheListPlayTheirMacrosToo) {
+    SetKeyText(MacroSets[0].NormKey, 116, "wave;");
+    SendLines({"one", "two"});
+    Input()->showPopup();
+    QTest::keyPress(Input()->view(), Qt::Key_F5);
+    QTest::keyPress(Input()->view(), Qt::Key_Return);
+    EXPECT_TRUE(Server.Gets("one\rtwo\rwave\r"));
+}
+
 TEST_F(FrmInputTest, AControlLetterPlaysItsMacro) {
     SetKeyText(MacroSets[0].CtrlKey, 'K', "kill rat;");
     Connect();
