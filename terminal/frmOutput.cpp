@@ -203,7 +203,10 @@ void frmOutput::MoveBarNow() {
     vslRTF->setPageStep(Bar.LargeChange);
 }
 
+// By the player, even while it waits to be moved.
 void frmOutput::ScrollBarMoved() {
+    BarWaits = false;
+    BarFrame.stop();
     RunHandler("vslRTF_Change", vslRTF_Change);
     PlaceCopy();
 }

@@ -29,8 +29,8 @@ public:
     OutputView* rtfScroll; // above rtfOutPut, while scrolled back
     QScrollBar* vslRTF;
     GameSocket* wskTCP;
-    QTimer tmrConnect;
-    QTimer tmrLog;
+    QTimer tmrConnect{this};
+    QTimer tmrLog{this};
 
     void ShowScrollBack();
     void HideScrollBack();
@@ -73,7 +73,7 @@ private:
 
     QSplitter* Boxes;
     Announcer* NewText; // to screen readers
-    QTimer BarFrame;
+    QTimer BarFrame{this};
 };
 
 } // namespace mw

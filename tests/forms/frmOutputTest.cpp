@@ -193,39 +193,26 @@ TEST_F(FrmOutputTest, AFloodKeepsTheBoxShort) {
     EXPECT_EQ(Shown().size(), rtfOutPut::TextLength());
 }
 
-TEST_F(FrmOutputTest, RedrawingIsOnAgainAfterATrim) {
+TEST_F(FrmOutputTest, ATrimKeepsTheEndOfTheText) {
     Append(std::string(15001, 'a'));
     Append("b");
     EXPECT_EQ(rtfOutPut::TextLength(), 8001u);
-    EXPECT_TRUE(OutputBox()->updatesEnabled());
     EXPECT_TRUE(Shown().ends_with("ab"));
 }
 
-// Counts what a widget paints.
-class Paints : public QObject {
-public:
-    int Count = 0;
-
-protected:
-    bool eventFilter(QObject*, QEvent* event) override {
-        Count += event->type() == QEvent::Paint;
-        return false;
-    }
-};
-
-TEST_F(FrmOutputTest, SwitchingRedrawPaintsNothingByItself) {
-    Append("some text");
-    Shown();
+TEST_F(FrmOutputTest, ABarThatIsDraggedWhileTextArrivesScrollsBack) {
+    for (int i = 0; i < 100; ++i)
+        Append("a line of the game\n");
+    QScrollBar& bar = *Output()->vslRTF;
+    ASSERT_TRUE(WaitFor([&] { return bar.maximum() > 0; }));
+    Append("one more\n"); // which the bar follows at the next frame
+    bar.setValue(10);
+    EXPECT_TRUE(ScrollBackActive);
     LetEventsRun();
-    Paints ofBox;
-    Paints ofBar;
-    OutputBox()->viewport()->installEventFilter(&ofBox);
-    Output()->vslRTF->installEventFilter(&ofBar);
-    rtfOutPut::SetRedraw(false);
-    rtfOutPut::SetRedraw(true);
-    Output()->vslRTF->update();
-    ASSERT_TRUE(WaitFor([&] { return ofBar.Count > 0; }));
-    EXPECT_EQ(ofBox.Count, 0);
+    EXPECT_FALSE(Output()->rtfScroll->isHidden());
+    EXPECT_EQ(bar.value(), 10);
+    bar.setValue(bar.maximum());
+    EXPECT_FALSE(ScrollBackActive);
 }
 
 TEST_F(FrmOutputTest, TheProgramItselfNeverStartsScrollBack) {
@@ -437,11 +424,14 @@ TEST_F(FrmOutputTest, TheHooksTokenIsKeptWhileTheWindowIsOpen) {
 
 TEST_F(FrmOutputTest, NoFrameTimerRunsWhileTheGameIsSilent) {
     Append("text");
-    OutputBox()->Apply();
-    int applied = 0;
-    QObject::connect(OutputBox(), &OutputView::applied, OutputBox(), [&] { ++applied; });
-    forms::WaitAMoment([&] { return applied > 0; });
-    EXPECT_FALSE(Output()->tmrConnect.isActive());
+    const auto runs = [this] {
+        const auto timers = Output()->findChildren<QTimer*>();
+        return std::any_of(timers.begin(), timers.end(), [](QTimer* t) { return t->isActive(); });
+    };
+    EXPECT_TRUE(runs()); // that of the frame in which the text is shown
+    EXPECT_TRUE(WaitFor([&] { return !runs(); }));
+    forms::WaitAMoment(runs);
+    EXPECT_FALSE(runs());
 }
 
 TEST_F(FrmOutputTest, WithoutAWindowThePortsDoNothing) {

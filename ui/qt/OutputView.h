@@ -79,7 +79,7 @@ private:
     std::size_t Removed = 0; // of the document's characters, not applied yet
     bool IsToBeTold;         // somebody listens by accessibility
     bool AtEnd = true;       // the last line is to stay in sight
-    QTimer Frame;
+    QTimer Frame{this};
 };
 
 } // namespace mw
