@@ -245,6 +245,13 @@ TEST_F(AboutWindow, LocksTheFrameUntilItIsClosed) {
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
+TEST_F(AboutWindow, TakesTheKeysFromTheFrameThatIsLocked) {
+    Open<frmAbout>("mnuAbout");
+    Frame->activateWindow();
+    LetEventsRun();
+    EXPECT_EQ(QApplication::activeWindow(), Dialog);
+}
+
 TEST_F(AboutWindow, LocksNothingButTheFrame) {
     Item("mnuGHlp")->trigger();
     const QPointer<frmHelp> manual = Window<frmHelp>();

@@ -2,6 +2,7 @@
 
 #include "ui/UserSettings.h"
 
+#include <QEvent>
 #include <QStringList>
 
 namespace mw {
@@ -25,6 +26,14 @@ LockedDialog::LockedDialog(const char* name, const QString& title, QWidget* fram
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowModality(Qt::WindowModal);
     setSizeGripEnabled(true);
+    frame->window()->installEventFilter(this);
+}
+
+// A frame that is locked has no use for the keys that a click on it brings.
+bool LockedDialog::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::WindowActivate && isVisible())
+        activateWindow();
+    return QDialog::eventFilter(watched, event);
 }
 
 void LockedDialog::showEvent(QShowEvent* event) {

@@ -2,6 +2,7 @@
 //
 // Every editor and chooser derives from it. It takes the lock when it loads and gives it back when
 // it unloads, brings its window to the top of the window order both times, and remembers its size.
+// Windows that are not the frame's, such as a download or the manual, stay free.
 #pragma once
 
 #include <QDialog>
@@ -16,6 +17,7 @@ public:
     LockedDialog(const char* name, const QString& title, QWidget* frame);
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 };
