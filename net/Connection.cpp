@@ -163,12 +163,9 @@ void tmrConnect_Timer() {
         StopTimer(Timer::Connect);
 }
 
-// Meant: the tick looks whether text waits and does nothing about it, which is why the platform's
-// timer under it never runs.
-void tmrIncome_Timer() {
-    if (View(IncomingBuffer).empty())
-        return;
-}
+// Meant: the tick does nothing about text that waits, which is why the platform's timer under it
+// never runs.
+void tmrIncome_Timer() {}
 
 void tmrLog_Timer() {
     const bool full = SessionHours == 255 && SessionMinutes == 59 && SessionSeconds == 59;
