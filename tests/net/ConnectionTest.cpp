@@ -736,7 +736,7 @@ TEST_F(ErrorEvent, WhileConnectingLeavesConnectedFalse) {
     EXPECT_TRUE(tmrConnect.Enabled);
 }
 
-TEST_F(ErrorEvent, LeavesBufferPendingLineAndColour) {
+TEST_F(ErrorEvent, LeavesBufferPendingLineAndColourOnPurpose) {
     BeConnected();
     Receive("half\x1b[0;3.");
     CurrentColour = Rgb(1, 2, 3);
@@ -843,7 +843,7 @@ TEST_F(Disconnecting, WhenNoConnectionWasTriedStartsNoTimer) {
     EXPECT_EQ(std::count(fakes::Calls.begin(), fakes::Calls.end(), "Start tmrConnect 100"), 0);
 }
 
-TEST_F(Disconnecting, LeavesBufferPendingLineAndColour) {
+TEST_F(Disconnecting, LeavesBufferPendingLineAndColourOnPurpose) {
     BeConnected();
     Receive("half\x1b[0;3.");
     CurrentColour = Rgb(1, 2, 3);
