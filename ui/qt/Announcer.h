@@ -12,7 +12,7 @@
 namespace mw {
 
 // A widget of no size with the words for its name.
-class Notice : public QWidget {
+class Announcement : public QWidget {
     Q_OBJECT
 
 public:
@@ -30,7 +30,7 @@ public:
 
 private:
     // In turn: a reader asks for the words of one when others have come up already.
-    QList<Notice*> Notices;
+    QList<Announcement*> Announcements;
 };
 
 } // namespace mw
