@@ -1,8 +1,9 @@
 // The hook on the output box's window messages.
 //
-// While it is installed every message of the box passes through OutputWindowMessage, which hands
-// all of them on. The token of the previous handling is kept in the per-user store as decimal text
-// as well, as a sign for a person who looks there; what is read back is never trusted.
+// While it is installed OutputWindowMessage is told ReplaceSelection after each edit of the box,
+// one a frame, and WindowDestroyed when the window goes; the box tells no others. The token of the
+// previous handling is kept in the per-user store as decimal text as well, as a sign for a person
+// who looks there; what is read back is never trusted.
 #pragma once
 
 #include <cstdint>

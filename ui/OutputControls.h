@@ -31,20 +31,22 @@ void RemoveFirst(std::size_t count);
 // Puts the caret behind the last character and scrolls there.
 void MoveCaretToEnd();
 
-// Switches painting off, so that a trim is not seen, and on again.
+// Told before and after a trim, which must not be painted by itself. Does nothing: the queue sees
+// to that.
 void SetRedraw(bool on);
 
 // Asks for one repaint.
 void Refresh();
 
-// Hands the box's window messages to OutputWindowMessage (terminal/OutPutScroll.h) before the box
-// sees them. Returns a token that stands for how the box handled them so far.
+// From here on OutputWindowMessage (terminal/OutPutScroll.h) is told of each edit of the box, when
+// it is done, and of the window's end. Returns a token that stands for how the box handled that so
+// far.
 std::int32_t Hook();
 
 // Undoes Hook.
 void Unhook(std::int32_t token);
 
-// Lets the box handle the message that OutputWindowMessage was given.
+// Hands on the message that OutputWindowMessage was given. Does nothing: the box has handled it.
 void CallPrevious(std::int32_t token, std::int32_t message);
 
 } // namespace rtfOutPut
