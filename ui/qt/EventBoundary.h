@@ -1,6 +1,6 @@
 // Where the platform's events enter the client's handlers.
 //
-// Every slot calls its handler through RunHandler, so that an error raised inside is shown and the
+// Every slot whose handler can raise calls it through RunHandler, so that an error is shown and the
 // program goes on.
 #pragma once
 
