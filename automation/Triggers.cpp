@@ -22,7 +22,8 @@ const TriggerMatcher& MatcherOf(const TriggerTable& table) {
     return matcher;
 }
 
-// The check as a plain loop, from an entry on: a reaction has changed the table meanwhile.
+// The check as a plain loop, from an entry on, for a reaction that has changed the table meanwhile.
+// A guard: no port calls back, so none can.
 void CheckFrom(std::size_t first, std::size_t set, const std::string& line) {
     for (std::size_t i = first; i < MacroSets.at(set).Triggers.Entries().size(); ++i) {
         const TriggerEntry entry = MacroSets[set].Triggers.Entries()[i];
