@@ -399,7 +399,7 @@ TEST_F(FrameAccessibility, HintsAreTheTextsColourHalfSeenWhateverTheDesktopSays)
 }
 
 // What a screen reader is told, while there is one. Without one's platform no event leaves the
-// program, so the notices themselves are looked at, and the changes that events are made of.
+// program, so the announcements themselves are looked at, and the changes that events are made of.
 class Told : public AccessibilityTest {
 protected:
     Told() {
@@ -420,19 +420,19 @@ protected:
         OutputBox()->Apply();
     }
 
-    // The notices that have words, in no order.
-    Names Notices() const {
+    // The announcements that have words, in no order.
+    Names Announcements() const {
         Names words;
         for (QWidget* const widget : Output()->findChildren<QWidget*>()) {
-            auto* const notice = QAccessible::queryAccessibleInterface(widget);
-            if (notice->role() == QAccessible::Notification && !NameOf(notice).empty())
-                words.push_back(NameOf(notice));
+            auto* const announcement = QAccessible::queryAccessibleInterface(widget);
+            if (announcement->role() == QAccessible::Notification && !NameOf(announcement).empty())
+                words.push_back(NameOf(announcement));
         }
         return words;
     }
 
     bool Hears(const std::string& words) const {
-        return WaitFor([&] { return std::ranges::count(Notices(), words) > 0; });
+        return WaitFor([&] { return std::ranges::count(Announcements(), words) > 0; });
     }
 
     struct Change {
@@ -470,37 +470,37 @@ TEST_F(Told, ATrimIsNotTakenForNewText) {
     EXPECT_EQ(Changes, (std::vector<Change>{{0, 8001, 0}, {8000, 0, 8}}));
 }
 
-TEST_F(Told, EveryNoticeKeepsItsWordsForAWhile) {
+TEST_F(Told, EveryAnnouncementKeepsItsWordsForAWhile) {
     for (const char* line : {"one\n", "two\n", "three\n"})
         AppendInAFrame(line);
-    EXPECT_EQ(Notices(), (Names{"one", "two", "three"}));
+    EXPECT_EQ(Announcements(), (Names{"one", "two", "three"}));
 }
 
 TEST_F(Told, OfAFloodTheEndIsToldOnly) {
     AppendInAFrame(std::string(9000, 'a') + "\nthe end\n");
-    ASSERT_EQ(Notices().size(), 1u);
-    EXPECT_EQ(Notices()[0], std::string(1992, 'a') + "\nthe end");
+    ASSERT_EQ(Announcements().size(), 1u);
+    EXPECT_EQ(Announcements()[0], std::string(1992, 'a') + "\nthe end");
 }
 
 TEST_F(Told, TwoThousandCharactersAreToldWholeAndOfOneMoreAllButTheFirst) {
     AppendInAFrame("b" + std::string(1999, 'a') + "\n");
-    EXPECT_EQ(Notices(), Names{"b" + std::string(1999, 'a')});
+    EXPECT_EQ(Announcements(), Names{"b" + std::string(1999, 'a')});
     AppendInAFrame("b" + std::string(2000, 'c') + "\n");
     EXPECT_TRUE(Hears(std::string(2000, 'c')));
 }
 
 TEST_F(Told, ALineBreakAloneIsNothingToHear) {
-    constexpr int kMoreThanNotices = 20;
+    constexpr int kMoreThanAnnouncements = 20;
     AppendInAFrame("A goose hisses.\n");
-    for (int i = 0; i < kMoreThanNotices; ++i)
+    for (int i = 0; i < kMoreThanAnnouncements; ++i)
         AppendInAFrame("\n");
-    EXPECT_EQ(Notices(), Names{"A goose hisses."}) << "none took its place";
+    EXPECT_EQ(Announcements(), Names{"A goose hisses."}) << "none took its place";
 }
 
 TEST_F(Told, NothingWhenNobodyListens) {
     QAccessible::setActive(false);
     AppendInAFrame("A goose hisses.\n");
-    EXPECT_EQ(Notices(), Names{});
+    EXPECT_EQ(Announcements(), Names{});
 }
 
 TEST_F(Told, TheOutputIsReadLineByLine) {
