@@ -35,8 +35,8 @@ inline std::uint8_t SessionHours = 0;
 // when the folder can't be made, 40020 when the socket is not closed; what came before stays done.
 void ConnectToMud();
 
-// Closes the connection at the player's request. The log stays open, and tmrConnect and tmrIncome
-// stay as they are, on purpose.
+// Closes the connection at the player's request. The log stays open, and tmrConnect, tmrIncome and
+// the text that waits stay as they are, on purpose.
 void DisconnectFromMud();
 
 // What the socket is doing, for the status bar. Empty for a state that it does not have. Raises

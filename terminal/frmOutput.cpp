@@ -54,7 +54,7 @@ int PointSize(const std::string& text) {
     }
 }
 
-// The looks of text that were asked for last; a game uses a handful. Making one takes microseconds.
+// The looks of text that were made last; a game uses a handful. Making one takes microseconds.
 const QTextCharFormat& FormatOf(std::int32_t colour, const std::string& fontName,
                                 const std::string& fontSize) {
     struct Look {
@@ -354,7 +354,7 @@ std::int32_t Hook() {
 
 void Unhook(std::int32_t) { Form->Hooked = false; }
 
-// Qt's boxes see their events after the hook by themselves.
+// Qt's box has seen to it before the hook is told.
 void CallPrevious(std::int32_t, std::int32_t) {}
 
 } // namespace rtfOutPut

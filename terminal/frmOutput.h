@@ -52,7 +52,7 @@ public:
     // Page Up, Page Down and End move vslRTF; true when the key was one of them.
     bool ScrollKey(const QKeyEvent& event);
 
-    bool Hooked = false; // the box's messages go to OutputWindowMessage first
+    bool Hooked = false; // OutputWindowMessage is told of the box's edits and its end
 
 signals:
     // Tab was pressed, or Shift and Tab. A window within another would keep the focus.
