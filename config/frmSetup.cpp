@@ -5,6 +5,7 @@
 #include "ui/qt/Buttons.h"
 #include "ui/qt/EventBoundary.h"
 #include "ui/qt/OneLine.h"
+#include "ui/qt/OutputFont.h"
 #include "ui/qt/Text.h"
 
 #include <QColorDialog>
@@ -35,9 +36,7 @@ std::int32_t ToClient(const QColor& colour) {
 
 // A family that is not installed is replaced by one whose letters have one width, as in the output.
 QFont FontOf(const FontChoice& choice) {
-    const int size = ToQString(choice.Size).toInt();
-    QFont font(ToQString(choice.Name), size > 0 ? size : 10);
-    font.setStyleHint(QFont::Monospace);
+    QFont font = OutputFont(choice.Name, choice.Size);
     font.setFamily(QFontInfo(font).family());
     return font;
 }

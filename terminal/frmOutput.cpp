@@ -2,8 +2,6 @@
 
 #include "automation/CommandLine.h"
 #include "automation/frmInput.h"
-#include "base/Error.h"
-#include "base/Numbers.h"
 #include "net/Connection.h"
 #include "terminal/OutPutScroll.h"
 #include "terminal/Output.h"
@@ -14,6 +12,7 @@
 #include "ui/qt/EventBoundary.h"
 #include "ui/qt/GameSocket.h"
 #include "ui/qt/KeyCodes.h"
+#include "ui/qt/OutputFont.h"
 #include "ui/qt/OutputView.h"
 #include "ui/qt/Text.h"
 
@@ -29,30 +28,10 @@
 namespace mw {
 namespace {
 
-constexpr int kBarFrame = 16; // milliseconds
-constexpr int kDefaultFontSize = 10;
-constexpr int kLargestFontSize = 200;
+constexpr int kBarFrame = 16;          // milliseconds
 constexpr std::int32_t kHookToken = 1; // there is one way the box handled its messages before
 
 QPointer<frmOutput> Form; // null while the window is closed
-
-QFont MonospacedFont(const QString& family, int size) {
-    QFont font(family, size);
-    font.setStyleHint(QFont::Monospace);
-    font.setFixedPitch(true);
-    return font;
-}
-
-int PointSize(const std::string& text) {
-    if (!IsNumeric(text))
-        return kDefaultFontSize;
-    try {
-        const int size = ToInt16(text);
-        return size >= 1 && size <= kLargestFontSize ? size : kDefaultFontSize;
-    } catch (const Error&) {
-        return kDefaultFontSize;
-    }
-}
 
 // The looks of text that were made last; a game uses a handful. Making one takes microseconds.
 const QTextCharFormat& FormatOf(std::int32_t colour, const std::string& fontName,
@@ -72,7 +51,7 @@ const QTextCharFormat& FormatOf(std::int32_t colour, const std::string& fontName
     if (looks.size() == kMostLooks)
         looks.pop_front();
     QTextCharFormat format;
-    format.setFont(MonospacedFont(ToQString(fontName), PointSize(fontSize)));
+    format.setFont(OutputFont(fontName, fontSize));
     format.setForeground(QColor(colour & 255, (colour >> 8) & 255, (colour >> 16) & 255));
     looks.push_back({colour, fontName, fontSize, format});
     return looks.back().Format;
@@ -136,7 +115,7 @@ OutputView* frmOutput::MakeBox(const char* name, const QString& accessibleName) 
     auto* const box = new OutputView(Boxes);
     box->setObjectName(name);
     box->setAccessibleName(accessibleName);
-    box->setFont(MonospacedFont(rtfOutPut::kBaseFontName, PointSize(rtfOutPut::kBaseFontSize)));
+    box->setFont(OutputFont(rtfOutPut::kBaseFontName, rtfOutPut::kBaseFontSize));
     box->setTabStopDistance(8 * QFontMetricsF(box->font()).horizontalAdvance(' '));
     QPalette palette = box->palette();
     palette.setColor(QPalette::Window, Qt::black);

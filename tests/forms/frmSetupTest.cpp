@@ -293,6 +293,14 @@ TEST_F(SetupDialog, TheChosenFontIsTheFontOfNewOutput) {
     EXPECT_EQ(LastFormat().font().family().toStdString(), FamilyOfThisMachine());
 }
 
+TEST_F(SetupDialog, TheNameIsShownInTheSizeOfTheOutput) {
+    OpenIt();
+    Chooser.OnFonts = Takes(QFont(ToQString(FamilyOfThisMachine()), 201));
+    Click("cmdFont");
+    EXPECT_EQ(Label("lblFontSize"), "201");
+    EXPECT_EQ(In<QLabel>("lblFontName")->font().pointSize(), 10);
+}
+
 TEST_F(SetupDialog, TheFontButtonKeepsTheBaseFontInTheRegistryOnPurpose) {
     OpenIt();
     Chooser.OnFonts = Takes(QFont(ToQString(FamilyOfThisMachine()), 22));
