@@ -274,10 +274,10 @@ void Stop() {
 
 void SetEnabled(SoundTimer timer, bool enabled) {
     QTimer& own = timer == SoundTimer::wavTimer ? Sounds().wavTimer : Sounds().midiTimer;
-    if (enabled)
-        own.start();
-    else
+    if (!enabled)
         own.stop();
+    else if (!own.isActive()) // to start it anew would put its tick off
+        own.start();
 }
 
 } // namespace mw

@@ -481,6 +481,20 @@ TEST_F(SoundTest, OfAWaveThatIsStoppedBeforeItIsLoadedIsNeverLoaded) {
     EXPECT_EQ(Notice, "");
 }
 
+// Else a game that queues waves in quick succession would keep the queue from ever going on.
+TEST_F(SoundTest, TimersThatAreEnabledAgainComeNoLater) {
+    for (const SoundTimer timer : {SoundTimer::wavTimer, SoundTimer::midiTimer}) {
+        SetEnabled(timer, true);
+        const QTimer& own =
+            timer == SoundTimer::wavTimer ? Players()->wavTimer : Players()->midiTimer;
+        QTest::qSleep(50); // without its tick
+        const int left = own.remainingTime();
+        SetEnabled(timer, true);
+        EXPECT_LE(own.remainingTime(), left);
+        EXPECT_TRUE(own.isActive());
+    }
+}
+
 // The loudness of a note by the volume it is given in hundredths.
 class MusicVolume : public SoundTest {
 protected:
