@@ -133,6 +133,16 @@ TEST_F(BrowserWindow, OtherLettersOfAnAddressAreAnotherEntry) {
     EXPECT_EQ(List(), (Texts{Web.Address("/other"), Web.Address("/OTHER")}));
 }
 
+TEST_F(BrowserWindow, GoesToAPlaceOnThePageThatItShows) {
+    OpenAtHome();
+    for (const char* place : {"/#news", "/#end", "/#end", "/"}) {
+        SCOPED_TRACE(place);
+        GoTo(Web.Address(place));
+        EXPECT_TRUE(Ends("Home"));
+        EXPECT_EQ(Box(), Web.Address(place));
+    }
+}
+
 class EntryList : public BrowserWindow {
 protected:
     void OpenWithTwoEntries() {
@@ -286,6 +296,14 @@ TEST_F(BrowserWindow, StopEndsAServerThatNeverAnswers) {
     Click("Stop");
     EXPECT_TRUE(Ends());
     EXPECT_TRUE(Web.Last().Leaves());
+}
+
+TEST_F(BrowserWindow, StopEndsAWayThatHasNotBegun) {
+    OpenAtHome();
+    GoTo(Web.Address("/other"));
+    Click("Stop");
+    EXPECT_TRUE(Ends("Home"));
+    EXPECT_EQ(Box(), Web.Address("/"));
 }
 
 TEST_F(BrowserWindow, StopEndsAPageThatPoursWithoutEnd) {
@@ -691,15 +709,46 @@ TEST_F(Pages, ThatShowAMessageDoNotKeepTheWindowOpen) {
     EXPECT_TRUE(WaitFor([this] { return Browser.isNull(); }));
 }
 
-TEST_F(Pages, ThatWantToStayAreLeft) {
-    Serve(
-        "/", "Home",
-        LinkTo("#", "onclick=\"document.title='Clicked'\"") +
-            Script("onbeforeunload = e => { e.preventDefault(); return e.returnValue = 'no'; };"));
-    OpenAtHome();
-    ASSERT_TRUE(ClickPageUntil([this] { return Caption() == "Clicked"; }));
+class PagesThatWantToStay : public Pages {
+protected:
+    // Such a page asks only after it was clicked.
+    void OpenAndClick() {
+        Serve("/", "Home",
+              LinkTo("#", "onclick=\"document.title='Clicked'\"") +
+                  Script("onbeforeunload = e => { e.preventDefault(); "
+                         "return e.returnValue = 'no'; };"));
+        OpenAtHome();
+        ASSERT_TRUE(ClickPageUntil([this] { return Caption() == "Clicked"; }));
+    }
+};
+
+TEST_F(PagesThatWantToStay, AreLeft) {
+    OpenAndClick();
     Browser->close();
     EXPECT_TRUE(WaitFor([this] { return Browser.isNull(); }));
+}
+
+TEST_F(PagesThatWantToStay, GiveTheirNameAndAddressWhenThePlayerStays) {
+    OpenAndClick();
+    int questions = 0;
+    Closer.MayClose = [&questions] {
+        ++questions;
+        QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
+        return false; // it is closed already
+    };
+    GoTo(Web.Address("/other"));
+    EXPECT_TRUE(Ends("Clicked"));
+    EXPECT_EQ(Box(), Web.Address("/#"));
+    EXPECT_EQ(questions, 1);
+    EXPECT_EQ(Requests("/other"), 0u);
+}
+
+TEST_F(PagesThatWantToStay, AreLeftForAnotherPageWhenThePlayerSaysSo) {
+    OpenAndClick();
+    GoTo(Web.Address("/other"));
+    EXPECT_TRUE(Ends("Other page"));
+    EXPECT_EQ(Box(), Web.Address("/other"));
+    EXPECT_EQ(Closer.Texts.size(), 1u);
 }
 
 TEST_F(BrowserWindow, LaysItselfOutOnEveryResize) {

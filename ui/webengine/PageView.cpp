@@ -26,6 +26,10 @@ public:
 
     void PlayerGoes() { MessagesLeft = kMostMessages; }
 
+    // The player has gone to an address, and neither a page has begun to load nor has it turned out
+    // that none will.
+    bool IsAwaited = false;
+
 protected:
     bool acceptNavigationRequest(const QUrl& address, NavigationType, bool) override {
         return IsOfTheWeb(address);
@@ -41,8 +45,11 @@ protected:
             QWebEnginePage::javaScriptAlert(origin, text.left(kLongestMessage));
     }
     bool javaScriptConfirm(const QUrl& origin, const QString& text) override {
-        return MayShowMessage() &&
-               QWebEnginePage::javaScriptConfirm(origin, text.left(kLongestMessage));
+        const bool isYes = MayShowMessage() &&
+                           QWebEnginePage::javaScriptConfirm(origin, text.left(kLongestMessage));
+        if (!isYes) // a page that is to be left asks so too, and then stays
+            IsAwaited = false;
+        return isYes;
     }
     bool javaScriptPrompt(const QUrl& origin, const QString& text, const QString& given,
                           QString* answer) override {
@@ -81,11 +88,16 @@ public:
                 });
         connect(Profile, &QWebEngineProfile::downloadRequested, this,
                 [](QWebEngineDownloadRequest* request) { request->cancel(); });
-        connect(Shown, &QWebEnginePage::loadStarted, this, [this] { IsLoading = true; });
+        connect(Shown, &QWebEnginePage::loadStarted, this, [this] {
+            IsLoading = true;
+            Shown->IsAwaited = false;
+        });
         connect(Shown, &QWebEnginePage::loadFinished, this, [this] {
             IsLoading = false;
             Tell();
         });
+        // A place on the page that is shown is reached without loading.
+        connect(Shown, &QWebEnginePage::urlChanged, this, [this] { Shown->IsAwaited = false; });
         connect(Shown, &QWebEnginePage::titleChanged, this, [this] { Tell(); });
     }
 
@@ -97,7 +109,7 @@ public:
         if (!address.isValid() || !IsOfTheWeb(address) || address.host().isEmpty())
             return;
         Shown->PlayerGoes();
-        IsLoading = true; // told at once, for whoever watches
+        Shown->IsAwaited = true; // told at once, for whoever watches
         load(address);
     }
     void GoBack() override {
@@ -108,12 +120,15 @@ public:
         Shown->PlayerGoes();
         forward();
     }
-    void Stop() override { stop(); }
+    void Stop() override {
+        Shown->IsAwaited = false; // what has not begun ends without a word
+        stop();
+    }
     void Refresh() override {
         Shown->PlayerGoes();
         reload();
     }
-    bool Busy() const override { return IsLoading; }
+    bool Busy() const override { return Shown->IsAwaited || IsLoading; }
     QString LocationName() const override { return title(); }
     QUrl LocationURL() const override { return url(); }
 
