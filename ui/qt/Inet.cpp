@@ -240,8 +240,9 @@ private:
         while (const CURLMsg* const message = curl_multi_info_read(Multi, &left)) {
             if (message->msg != CURLMSG_DONE)
                 continue;
+            const CURL* const ended = message->easy_handle; // the message goes when it is removed
             for (const auto& [number, transfer] : Transfers) {
-                if (transfer->Easy.get() == message->easy_handle)
+                if (transfer->Easy.get() == ended)
                     End(*transfer);
             }
         }
