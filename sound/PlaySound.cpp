@@ -4,17 +4,21 @@
 #include "config/FileHandler.h"
 #include "config/MudList.h"
 #include "net/http/DownLoad.h"
+#include "net/http/FileDownloader.h"
 #include "ui/Players.h"
 
 #include <algorithm>
 #include <cctype>
 #include <optional>
+#include <set>
 
 namespace mw {
 namespace {
 
 constexpr std::int32_t kFullVolume = 100;
 constexpr std::int16_t kDefaultPriority = 50;
+
+std::set<std::filesystem::path> TidyFolders; // of sounds; a part in one may be this client's own
 
 std::filesystem::path SoundPath(const std::string& fileName) {
     return PathBelow(MudAt(CurrentMud).Name + "\\sounds\\" + fileName);
@@ -58,9 +62,18 @@ void QueueWave(const std::filesystem::path& path, std::int32_t volume) {
     SetEnabled(SoundTimer::wavTimer, true);
 }
 
+// Once for each folder, before the first download into it.
+void Tidy(const std::filesystem::path& folder) {
+    std::error_code failure;
+    const std::filesystem::path own = std::filesystem::weakly_canonical(folder, failure);
+    if (!failure && TidyFolders.insert(own).second)
+        DeleteLeftParts(own);
+}
+
 bool IsFull(const std::filesystem::path& folder) {
     if (folder == FullFolder)
         return true;
+    Tidy(folder);
     std::size_t files = 0;
     std::uintmax_t bytes = 0;
     std::error_code failure; // a folder that can't be read is taken for an empty one
@@ -166,6 +179,7 @@ void ResetPlaySound() {
     PlayingPriority = 0;
     LastRequestedDownload.clear();
     FullFolder.clear();
+    TidyFolders.clear();
 }
 
 } // namespace mw

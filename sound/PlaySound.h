@@ -48,10 +48,11 @@ void wavTimer_Timer();
 // fills the queue of music.
 void midiTimer_Timer();
 
-// Starts a download into the current game's sounds, under the name that follows the last "/". Not
-// done when that name or the game's can't be one of ours, or another client has the application
-// folder; nor, with a notice, when the game has too many sounds or too many downloads are under
-// way. Raises Subscript out of range without a current game.
+// Starts a download into the current game's sounds, under the name that follows the last "/"; the
+// first deletes there what a client that was killed has left of its own. Not done when that name or
+// the game's can't be one of ours, or another client has the application folder; nor, with a
+// notice, when the game has too many sounds or too many downloads are under way. Raises Subscript
+// out of range without a current game.
 void FetchSound(const std::string& address);
 
 // http or https, with a host and something behind it.

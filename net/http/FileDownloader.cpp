@@ -18,6 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::int64_t kFetchedAgain = 4096; // bytes of a partial file, when one is resumed
+constexpr const char* kPartExtension = ".part";
 
 struct StatusText {
     std::string_view Status;
@@ -40,12 +41,29 @@ std::string FirstLine(const std::string& header) {
     return line.empty() ? "<nothing>" : line;
 }
 
+// By its name, FILE.NUMBER.part.
+bool IsPartialFile(const fs::path& file) {
+    const fs::path::string_type number = file.stem().extension().native();
+    return file.extension() == kPartExtension && number.size() > 1 &&
+           std::all_of(number.begin() + 1, number.end(),
+                       [](auto character) { return character >= '0' && character <= '9'; });
+}
+
 // Three characters, where a status line has its code. Nothing without a status line.
 std::string StatusOf(const std::string& header) {
     return header.starts_with("HTTP/") && header.size() >= 12 ? header.substr(9, 3) : "";
 }
 
 } // namespace
+
+void DeleteLeftParts(const fs::path& folder) {
+    std::error_code failure;
+    for (fs::directory_iterator file(folder, failure), end; file != end; file.increment(failure)) {
+        std::error_code ignored;
+        if (IsPartialFile(file->path()) && file->is_regular_file(ignored))
+            fs::remove(file->path(), ignored);
+    }
+}
 
 std::int64_t ContentLength(const std::string& header) {
     constexpr std::string_view kField = "\ncontent-length:";
@@ -233,7 +251,7 @@ void FileDownloader::DeletePartialFile() const {
 
 // Beside the file, under a name that no other run uses.
 fs::path FileDownloader::PartialFile() const {
-    return fs::path(Destination) += "." + std::to_string(Transfer) + ".part";
+    return fs::path(Destination) += "." + std::to_string(Transfer) + kPartExtension;
 }
 
 } // namespace mw

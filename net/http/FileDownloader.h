@@ -75,6 +75,10 @@ private:
     std::ofstream File;
 };
 
+// Deletes the partial files in folder, which runs of a client that was killed have left. None may
+// be under way there.
+void DeleteLeftParts(const std::filesystem::path& folder);
+
 // The bytes that the header announces: 0 when it has no such field or one that is no number.
 std::int64_t ContentLength(const std::string& header);
 

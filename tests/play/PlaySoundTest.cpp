@@ -10,6 +10,7 @@
 #include "support/ErrorOf.h"
 #include "terminal/IncomingBuffer.h"
 
+#include <algorithm>
 #include <ostream>
 
 namespace mw {
@@ -609,6 +610,95 @@ TEST_F(FullGame, IsNotLookedForWhileTooManyAreUnderWay) {
     FetchSound(kAddress);
     EXPECT_EQ(Notice, "Not downloaded, because too many are under way: " + kAddress);
     EXPECT_EQ(FullFolder, "");
+}
+
+// What a client that was killed has left of its downloads.
+
+class LeftParts : public Playing {
+protected:
+    LeftParts() { Keep({"old.wav.1.part", "storm.mid.27.part", "thunder.wav"}); }
+
+    Texts Sounds() const {
+        Texts names;
+        for (const auto& file : fs::directory_iterator(SoundFile("")))
+            names.push_back(file.path().filename().string());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    // The part of a download into the current game that is under way.
+    fs::path PartUnderWay() const {
+        FetchSound(kAddress);
+        auto& [number, transfer] = *fakes::Transfers.rbegin();
+        transfer.Header = "HTTP/1.1 200 OK\r\nContent-Length: 3\r\n\r\n";
+        inet_StateChanged(number);
+        return SoundFile("rain.wav." + std::to_string(number) + ".part");
+    }
+};
+
+TEST_F(LeftParts, GoBeforeTheFirstFetchOfTheirGame) {
+    EXPECT_EQ(Sounds().size(), 3u);
+    FetchSound(kAddress);
+    EXPECT_EQ(Sounds(), Texts{"thunder.wav"});
+}
+
+TEST_F(LeftParts, GoThoughTheGameIsFull) {
+    fs::resize_file(SoundFile("thunder.wav"), kLargestSounds);
+    FetchSound(kAddress);
+    EXPECT_EQ(Requested(), Texts{});
+    EXPECT_EQ(Sounds(), Texts{"thunder.wav"});
+}
+
+TEST_F(LeftParts, MakeNoGameFull) {
+    for (std::size_t i = 0; i < kMostSounds; ++i)
+        Folder.MakeFile("Realm/sounds/rain.wav." + std::to_string(i) + ".part");
+    FetchSound(kAddress);
+    EXPECT_EQ(Requested(), Texts{kAddress});
+}
+
+TEST_F(LeftParts, GoWhileAnotherGameFetches) {
+    CurrentMud = 0;
+    MakeGameFolders("Home");
+    FetchSound(kAddress);
+    EXPECT_EQ(Sounds().size(), 3u);
+    CurrentMud = 1;
+    FetchSound(kAddress);
+    EXPECT_EQ(Sounds(), Texts{"thunder.wav"});
+}
+
+TEST_F(LeftParts, StayInAFolderThatAnotherClientHas) {
+    FolderIsTaken = true;
+    FetchSound(kAddress);
+    EXPECT_EQ(Sounds().size(), 3u);
+}
+
+TEST_F(LeftParts, AreNoneThatThisClientIsWriting) {
+    const fs::path part = PartUnderWay();
+    FetchSound("http://h/snow.wav");
+    EXPECT_TRUE(fs::exists(part));
+}
+
+TEST_F(LeftParts, AreNoneThatThisClientIsWritingIntoAFolderItMade) {
+    fs::remove_all(SoundFile(""));
+    const fs::path part = PartUnderWay();
+    FetchSound("http://h/snow.wav");
+    EXPECT_TRUE(fs::exists(part));
+}
+
+TEST_F(LeftParts, AreNoneThatThisClientIsWritingForAGameInTheSameFolder) {
+    const fs::path part = PartUnderWay();
+    fs::create_directory_symlink("Realm", Folder.Path / "Home");
+    CurrentMud = 0;
+    FetchSound("http://h/snow.wav");
+    EXPECT_EQ(Requested().size(), 2u);
+    EXPECT_TRUE(fs::exists(part));
+}
+
+TEST_F(LeftParts, AreNoSoundsOfSuchANameThatThisClientFetched) {
+    FetchSound("http://h/rain.wav.7.part");
+    Arrive("abc");
+    FetchSound("http://h/snow.wav");
+    EXPECT_EQ(Sounds(), (Texts{"rain.wav.7.part", "thunder.wav"}));
 }
 
 // Volumes.

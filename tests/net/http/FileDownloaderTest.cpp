@@ -1087,6 +1087,53 @@ TEST_F(Downloader, CancelledLeavesAnotherOneRunning) {
     EXPECT_EQ(Names(), Texts{"rain.wav"});
 }
 
+// Parts that a client has left.
+
+struct FileName {
+    const char* Name;
+    const char* File;
+    bool IsPart;
+};
+
+void PrintTo(const FileName& row, std::ostream* out) { *out << row.File; }
+
+const FileName kFileNames[] = {
+    {"OfASound", "rain.wav.1.part", true},
+    {"OfALargeNumber", "rain.wav.2147483647.part", true},
+    {"OfABareExtension", ".wav.12.part", true},
+    {"OfANameWithoutOne", "rain.7.part", true},
+    {"ASound", "rain.wav", false},
+    {"NoNumber", "rain.wav.part", false},
+    {"NoWholeNumber", "rain.wav.1x.part", false},
+    {"AnEmptyNumber", "rain.wav..part", false},
+    {"AnotherEnd", "rain.wav.1.parts", false},
+    {"AnEndInOtherLetters", "rain.wav.1.PART", false},
+    {"ANumberAtItsEnd", "rain.part.1", false},
+    {"NothingBeforeItsNumber", ".1.part", false},
+};
+
+class LeftBehind : public Downloader, public testing::WithParamInterface<FileName> {};
+
+TEST_P(LeftBehind, GoesOnlyWhenItIsAPart) {
+    Write(GetParam().File, "abc");
+    DeleteLeftParts(Folder.Path);
+    EXPECT_EQ(Names(), GetParam().IsPart ? Texts{} : Texts{GetParam().File});
+}
+
+INSTANTIATE_TEST_SUITE_P(Names, LeftBehind, testing::ValuesIn(kFileNames),
+                         [](const auto& row) { return row.param.Name; });
+
+TEST_F(Downloader, TakesNoFolderForAPart) {
+    fs::create_directory(Place("rain.wav.1.part"));
+    DeleteLeftParts(Folder.Path);
+    EXPECT_EQ(Names(), Texts{"rain.wav.1.part"});
+}
+
+TEST_F(Downloader, FindsNoPartsInAFolderThatIsNotThere) {
+    EXPECT_NO_THROW(DeleteLeftParts(Place("nowhere")));
+    EXPECT_EQ(Names(), Texts{});
+}
+
 // Resuming, which nothing in the client asks for.
 
 class ResumedDownload : public Downloader {
