@@ -46,8 +46,8 @@ public:
     bool IsRunning() const { return Now == State::Requesting || Now == State::Receiving; }
 
     bool resuming = false;  // go on with a partial file; nothing sets it
-    bool succeeded = false; // result of the run that ended last: the whole file arrived, or nothing
-                            // was announced
+    bool succeeded = false; // result of the run that ended last: as much arrived as was announced.
+                            // Meant: also when it failed before anything was
     bool cancelled = false;
     std::int64_t received = 0; // bytes written, and the start offset of the request
     std::int64_t total = 0;    // bytes announced
