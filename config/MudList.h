@@ -2,8 +2,8 @@
 // Data\muds.lst that keeps them (docs/formats.md).
 //
 // Entry 0 is the maker's own game. The choosers show the list in its order, so that a row is an
-// index. The connection takes name, address and port of the chosen entry; the sound switches
-// govern its sounds.
+// index. The connection takes name, address and port of the chosen entry; SndW and SndD govern
+// its sounds.
 #pragma once
 
 #include <cstdint>
@@ -17,9 +17,9 @@ struct MudEntry {
     std::string Name;
     std::string Address;
     std::int16_t Port = 0;
-    bool Msp = false;  // sound triggers are honoured
-    bool SndW = false; // waves may be played
-    bool SndM = false; // music may be played
+    bool Msp = false;  // meant: only opens the other switches in the sound options
+    bool SndW = false; // waves and, on purpose, music may be played
+    bool SndM = false; // meant: governs nothing
     bool SndD = false; // missing sounds may be downloaded
 
     bool operator==(const MudEntry&) const = default;
