@@ -383,10 +383,32 @@ TEST_F(BrowserWindow, FailuresEndWithTheNameAndAddressThatThePageViewReports) {
 
 TEST_F(BrowserWindow, AnAddressThatIsNoneIsNotGoneTo) {
     OpenAtHome();
-    GoTo("http://127.0.0.1:port/x");
-    EXPECT_TRUE(Ends());
+    for (const char* address :
+         {"http://127.0.0.1:port/x", "127.0.0.256", "http://1.2.3.4.5/x", "http://quillmere.1",
+          "http://quillmere.0x1./", "http://4294967296", "http://[::1%25lo]/", "http://[v1.x]/"}) {
+        SCOPED_TRACE(address);
+        GoTo(address);
+        ASSERT_TRUE(Ends("Home"));
+        EXPECT_EQ(Box(), Web.Address("/"));
+    }
     EXPECT_EQ(Caption(), "Home");
-    EXPECT_EQ(Box(), Web.Address("/"));
+    EXPECT_EQ(Web.Requests.size(), 1u);
+}
+
+TEST_F(BrowserWindow, GoesToTheNumbersOfAHost) {
+    OpenAtHome();
+    const std::string port = Web.Host().substr(Web.Host().find(':'));
+    for (const char* host : {"127.1", "2130706433", "0x7f.0.0.1", "127.0.0.1."}) {
+        SCOPED_TRACE(host);
+        GoTo(host + port + "/other");
+        EXPECT_TRUE(Ends("Other page"));
+        EXPECT_EQ(Box(), Web.Address("/other"));
+        GoTo(Web.Address("/"));
+        ASSERT_TRUE(Ends("Home"));
+    }
+    GoTo("http://[::ffff:127.0.0.1]" + port + "/other");
+    EXPECT_TRUE(Ends());
+    EXPECT_EQ(Box(), "http://[::ffff:127.0.0.1]" + port + "/other");
 }
 
 TEST_F(BrowserWindow, AServerThatIsNotThereEndsWithTheNameThatThePageViewReports) {

@@ -2,6 +2,8 @@
 // downloads, no other windows, no permissions, few messages, and nothing is kept on the disk.
 #include "ui/qt/PageView.h"
 
+#include <QHostAddress>
+#include <QRegularExpression>
 #include <QWebEngineDownloadRequest>
 #include <QWebEnginePage>
 #include <QWebEngineProfile>
@@ -18,6 +20,19 @@ constexpr int kLongestMessage = 1000; // characters
 
 bool IsOfTheWeb(const QUrl& address) {
     return address.scheme() == "http" || address.scheme() == "https";
+}
+
+// A host that ends in a number or stands in brackets has to be an IP address, of no zone (URL
+// Standard, 3.5). To any other the engine doesn't go, and tells nothing of it.
+bool HasHost(const QUrl& address) {
+    static const QRegularExpression number("(^|\\.)([0-9]+|0x[0-9a-f]*)\\.?$");
+    QString host = address.host();
+    if (!number.match(host).hasMatch() && !address.authority().contains('['))
+        return !host.isEmpty();
+    if (host.endsWith('.'))
+        host.chop(1);
+    const QHostAddress ip(host);
+    return !ip.isNull() && ip.scopeId().isEmpty();
 }
 
 class Page : public QWebEnginePage {
@@ -106,7 +121,7 @@ public:
 
     QWidget* Widget() override { return this; }
     void Navigate(const QUrl& address) override {
-        if (!address.isValid() || !IsOfTheWeb(address) || address.host().isEmpty())
+        if (!address.isValid() || !IsOfTheWeb(address) || !HasHost(address))
             return;
         Shown->PlayerGoes();
         Shown->IsAwaited = true; // told at once, for whoever watches
