@@ -98,6 +98,13 @@ TEST_F(BrowserWindow, GoesToTheAddressThatIsEntered) {
     EXPECT_EQ(List(), Texts{Web.Address("/other")});
 }
 
+TEST_F(BrowserWindow, IsBusyAsSoonAsAnAddressIsEntered) {
+    OpenAtHome();
+    GoTo(Web.Address("/other"));
+    EXPECT_TRUE(Browser->wbrScreen->Busy()) << "before the engine has begun";
+    EXPECT_TRUE(Ends("Other page"));
+}
+
 TEST_F(BrowserWindow, TakesAnAddressWithoutASchemeForHttp) {
     OpenAtHome();
     GoTo(Web.Host() + "/other");
@@ -736,7 +743,7 @@ protected:
     // Such a page asks only after it was clicked.
     void OpenAndClick() {
         Serve("/", "Home",
-              LinkTo("#", "onclick=\"document.title='Clicked'\"") +
+              LinkTo("/x", "onclick=\"document.title='Clicked'; return false\"") +
                   Script("onbeforeunload = e => { e.preventDefault(); "
                          "return e.returnValue = 'no'; };"));
         OpenAtHome();
@@ -760,7 +767,7 @@ TEST_F(PagesThatWantToStay, GiveTheirNameAndAddressWhenThePlayerStays) {
     };
     GoTo(Web.Address("/other"));
     EXPECT_TRUE(Ends("Clicked"));
-    EXPECT_EQ(Box(), Web.Address("/#"));
+    EXPECT_EQ(Box(), Web.Address("/"));
     EXPECT_EQ(questions, 1);
     EXPECT_EQ(Requests("/other"), 0u);
 }
