@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 
 namespace mw {
 namespace {
@@ -46,15 +47,17 @@ bool IsPlayableWave(std::string_view head, std::uint64_t fileSize) {
     constexpr std::size_t kChunkHeader = 8;
     if (head.size() < 12 || head.substr(0, 4) != "RIFF" || head.substr(8, 4) != "WAVE")
         return false;
-    Format format;
+    std::optional<Format> format;
     for (std::size_t at = 12; at + kChunkHeader <= head.size();) {
         const std::string_view name = head.substr(at, 4);
         const std::uint64_t size = Number(head, at + 4, 4);
         at += kChunkHeader;
+        if (name == "fmt " && format)
+            return false; // which of two a player takes is its own affair
         if (name == "fmt ")
             format = ReadFormat(head.substr(at, size));
         else if (name == "data")
-            return Fits(format, std::min(size, fileSize));
+            return format && Fits(*format, std::min(size, fileSize));
         at += size + size % 2;
     }
     return false;

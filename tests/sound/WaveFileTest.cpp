@@ -70,7 +70,9 @@ const File kFiles[] = {
     {"AnotherChunkBefore", Riff(Chunk("LIST", "abcd") + Format() + Data(1000)), true},
     {"AnotherChunkBetween", Riff(Format() + Chunk("fact", "abcd") + Data(1000)), true},
     {"AnOddChunkIsPadded", Riff(Chunk("LIST", "abc"s) + "\0"s + Format() + Data(1000)), true},
-    {"TheLaterFormatCounts", Riff(Format({0, 0, 0}) + Format() + Data(1000)), true},
+    {"ASecondFormat", Riff(Format() + Format() + Data(1000)), false},
+    {"AFormatThatGrowsBeforeOneThatDoesNot", Riff(Format({1, 1, 8}) + Format() + Data(1000)),
+     false},
     {"TheFirstDataCounts", Riff(Format() + Data(0) + Data(kAll + 4)), true},
     {"TheRiffSizeIsNotRead", "RIFF\xff\xff\xff\xffWAVE" + Format() + Data(1000), true},
 
