@@ -22,7 +22,7 @@ constexpr std::int16_t kCountToFrame = 8;
 constexpr std::int16_t kCountToFrameWithNews = 16; // so that the version labels can be read
 
 void MakeMissingFolder(const char* name) {
-    if (!Exists("", name))
+    if (!IsFolder(name))
         MakeFolder(name);
 }
 
@@ -104,7 +104,7 @@ void PrepareFolders() {
     if (Exists("client.cfg", ""))
         DeleteFile(PathBelow("client.cfg"), "");
     // Meant: the copy in "Data" goes and the stale file stays.
-    if (Exists("muds.lst", ""))
+    if (Exists("muds.lst", "") && !IsFolder("muds.lst")) // which a game of that name has
         DeleteFile(PathBelow("Data\\muds.lst"), "");
 }
 

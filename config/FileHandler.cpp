@@ -98,6 +98,11 @@ bool Exists(const std::string& file, const std::string& folder) {
     return fs::exists(file.empty() ? below : below / RelativePath(file), ignored);
 }
 
+bool IsFolder(const std::string& name) {
+    std::error_code ignored;
+    return fs::is_directory(PathBelow(name), ignored);
+}
+
 bool IsAbsent(const std::string& name) {
     std::error_code ignored;
     return fs::symlink_status(PathBelow(name), ignored).type() == fs::file_type::not_found;

@@ -32,6 +32,9 @@ std::string PathText(const std::filesystem::path& path);
 // Raises nothing.
 bool Exists(const std::string& file, const std::string& folder);
 
+// True when application folder + name is a folder. Raises nothing.
+bool IsFolder(const std::string& name);
+
 // True when nothing at all bears application folder + name, not even a link that leads nowhere.
 // False when that can't be told. Raises nothing.
 bool IsAbsent(const std::string& name);

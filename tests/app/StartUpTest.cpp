@@ -80,7 +80,7 @@ TEST_F(Folders, AreMadeOneByOne) {
 TEST_F(Folders, AreNotMadeOverFilesOfTheirNames) {
     Folder.MakeFile("Data");
     Folder.MakeFile("Macros");
-    PrepareFolders();
+    EXPECT_EQ(ErrorOf(PrepareFolders), PathFileAccess);
     EXPECT_EQ(Folder.ContentOf("Data") + Folder.ContentOf("Macros"), "xx");
 }
 
@@ -123,6 +123,14 @@ TEST_F(Folders, LoseTheListInDataToAStaleOneAtEveryStartOnPurpose) {
     }
     PrepareFolders(); // nothing there to delete
     EXPECT_EQ(Folder.ContentOf("muds.lst"), "x");
+}
+
+TEST_F(Folders, KeepTheListWhenAGameHasAFolderOfItsName) {
+    PrepareFolders();
+    MakeGameFolders("muds.lst");
+    Folder.MakeFile("Data/muds.lst");
+    PrepareFolders();
+    EXPECT_EQ(Folder.ContentOf("Data/muds.lst"), "x");
 }
 
 TEST_F(Folders, LoseStaleFilesThatAreReadOnly) {
