@@ -78,7 +78,8 @@ bool MayAddMacroSet() {
 bool AddMacroSet(const std::string& name) {
     if (name.empty() || name == " ")
         return false;
-    if (!IsFileName(name) || name.starts_with('[')) {
+    // A name that is read back begins behind a "=".
+    if (!IsFileName(name) || name.starts_with('[') || name.find("=[") != std::string::npos) {
         ShowMessage("This name can't be the name of a file. Please choose another one.");
         return false;
     }

@@ -96,9 +96,10 @@ std::int16_t NextIndex(std::size_t size);
 bool MayAddMacroSet();
 
 // Adds an empty set of that name and makes it the current one. An empty name or a single blank
-// adds nothing; one that can't be a file's, or begins with "[" as a section does, is refused with a
-// message, and so is that of another set, whose file it would take. Returns whether a set was
-// added. When the name is read back it has lost all up to its first "=", on purpose.
+// adds nothing; one that can't be a file's, or begins with "[" as a section does, or would when it
+// is read back, is refused with a message, and so is that of another set, whose file it would take.
+// Returns whether a set was added. When the name is read back it has lost all up to its first "=",
+// on purpose.
 bool AddMacroSet(const std::string& name);
 
 // Makes a set the current one. Raises Subscript out of range when there is none at index.

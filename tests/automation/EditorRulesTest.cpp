@@ -230,11 +230,11 @@ TEST_F(SetEditing, AnEmptyNameOrASingleBlankCancels) {
 }
 
 TEST_F(SetEditing, ANameThatTheFilesCannotKeepIsRefused) {
-    for (const char* name : {"a/b", "..", "[End]", "C:x", "a\\b", "a\tb"})
+    for (const char* name : {"a/b", "..", "[End]", "C:x", "a\\b", "a\tb", "x=[End]", "x=y=["})
         EXPECT_FALSE(AddMacroSet(name)) << name;
     EXPECT_EQ(MacroSets.size(), 1u);
     EXPECT_EQ(fakes::Messages,
-              Texts(6, "This name can't be the name of a file. Please choose another one."));
+              Texts(8, "This name can't be the name of a file. Please choose another one."));
 }
 
 TEST_F(SetEditing, TheNameOfAnotherSetIsRefusedSinceItsFileWouldBeLost) {
