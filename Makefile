@@ -3,7 +3,7 @@
 RELEASE := build/release
 SANITIZED := build/sanitized
 TEST_ENV := LANG=C.UTF-8 QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=1 \
-	LSAN_OPTIONS=suppressions=$(CURDIR)/tests/leaks.supp:print_suppressions=0
+	LSAN_OPTIONS="suppressions='$(CURDIR)/tests/leaks.supp':print_suppressions=0"
 
 # Of each fuzz target, and of the play at speed.
 FUZZ_SECONDS := 60
