@@ -3,6 +3,9 @@
 #include "Journey.h"
 #include "Wait.h"
 
+#include <csignal>
+#include <sys/types.h>
+
 #include <QFile>
 
 namespace journey {
@@ -11,10 +14,10 @@ namespace {
 class Stop : public ServerJourney {
 protected:
     // The program is told to stop; what a save makes anew is there afterwards.
-    void ExpectToStopAndToSave() {
+    void ExpectToStopAndToSave(int signal = SIGTERM) {
         const QString saved = Player.Home + "/Data/client.cfg";
         QFile::remove(saved);
-        Player.Process.terminate();
+        ::kill(static_cast<pid_t>(Player.Process.processId()), signal);
         EXPECT_EQ(Player.WaitForEnd(), 0);
         EXPECT_TRUE(QFile::exists(saved)) << "nothing was saved";
     }
@@ -39,6 +42,11 @@ TEST_F(Stop, ByASignalIsAsOrderlyAsByTheMenu) {
     Connect();
     ExpectToStopAndToSave();
     Server.WaitForPlayerToLeave();
+}
+
+TEST_F(Stop, ByTheEndOfItsTerminal) {
+    Player.Start();
+    ExpectToStopAndToSave(SIGHUP);
 }
 
 TEST_F(Stop, ByTwoSignalsSavesAllAfterTheSecond) {

@@ -43,7 +43,10 @@ void WaitFor(const std::string& what, const std::function<bool()>& condition) {
 
 void StartChild(QProcess& process, const QString& program, const QStringList& arguments) {
     // Also when this program is killed, nothing it started stays behind.
-    process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    process.setChildProcessModifier([] {
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        std::signal(SIGHUP, SIG_DFL); // also below nohup
+    });
     process.start(program, arguments);
     if (!process.waitForStarted())
         throw std::runtime_error("Can't start " + program.toStdString());

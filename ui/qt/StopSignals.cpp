@@ -42,6 +42,8 @@ void OnStopSignal(QObject* context, const std::function<void()>& stop) {
     });
     std::signal(SIGTERM, WriteByte);
     std::signal(SIGINT, WriteByte);
+    if (std::signal(SIGHUP, WriteByte) == SIG_IGN) // it is to outlive its terminal
+        std::signal(SIGHUP, SIG_IGN);
 }
 
 #endif

@@ -1,4 +1,4 @@
-// The system's wish that the program stops: SIGTERM and SIGINT.
+// The system's wish that the program stops: SIGTERM, SIGINT and SIGHUP.
 #pragma once
 
 #include <functional>
