@@ -130,6 +130,38 @@ TEST_P(KeyCodes, OfOneKey) {
 INSTANTIATE_TEST_SUITE_P(Keys, KeyCodes, testing::ValuesIn(kCases),
                          [](const auto& row) { return row.param.Name; });
 
+// A key of X, with its name there and its place on the keyboard.
+struct XKey {
+    const char* Name;
+    int Key;
+    quint32 Keysym;
+    quint32 Place;
+    std::int16_t Code;
+};
+
+void PrintTo(const XKey& row, std::ostream* out) { *out << row.Name; }
+
+const XKey kXKeys[] = {
+    {"LeftAlt", Qt::Key_Alt, 0xffe9, 64, 18},
+    {"LeftAltWithShift", Qt::Key_Meta, 0xffe7, 64, 18},
+    {"RightAltWithShift", Qt::Key_Meta, 0xffe8, 108, 18},
+    {"LeftSuper", Qt::Key_Meta, 0xffeb, 133, 91},
+    {"RightSuper", Qt::Key_Meta, 0xffec, 134, 91},
+};
+
+class KeyCodesOnX : public testing::TestWithParam<XKey> {};
+
+TEST_P(KeyCodesOnX, OfOneKey) {
+    const XKey& row = GetParam();
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        const QKeyEvent event(type, row.Key, kNone, row.Place, row.Keysym, 0);
+        EXPECT_EQ(KeyCodeOf(event), row.Code);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, KeyCodesOnX, testing::ValuesIn(kXKeys),
+                         [](const auto& row) { return row.param.Name; });
+
 struct KeyRun {
     const char* Name;
     int First;

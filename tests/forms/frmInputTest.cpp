@@ -310,6 +310,15 @@ TEST_F(FrmInputTest, LoneModifiersSetAndClearTheirFlags) {
     EXPECT_EQ(Typed(), "");
 }
 
+// The usual switch between layouts: Shift is still held when Alt comes up, under another name.
+TEST_F(FrmInputTest, AltIsReleasedWhileShiftIsHeld) {
+    QTest::keyPress(Input(), Qt::Key_Alt);
+    QTest::keyPress(Input(), Qt::Key_Shift, Qt::AltModifier);
+    QKeyEvent release(QEvent::KeyRelease, Qt::Key_Meta, Qt::ShiftModifier, 64, 0xffe7, 0);
+    QApplication::sendEvent(Input(), &release);
+    EXPECT_FALSE(AltDown);
+}
+
 TEST_F(FrmInputTest, AltAndALettersMenuOpenWithoutAMacro) {
     Press(Qt::Key_F, Qt::AltModifier);
     QWidget* const popup = QApplication::activePopupWidget();

@@ -37,6 +37,10 @@ constexpr KeyRow kKeys[] = {
     {Qt::Key_Apostrophe, 222},
 };
 
+// What X calls the Alt keys while Shift is held; for Qt they are Meta then, as the Super keys are.
+constexpr quint32 kMetaL = 0xffe7;
+constexpr quint32 kMetaR = 0xffe8;
+
 // With Shift a key reports the character above its own. Which one that is depends on the keyboard;
 // these are the ones of the keyboard that the codes are made for.
 constexpr KeyRow kShifted[] = {
@@ -78,6 +82,8 @@ std::int16_t KeyCodeOf(const QKeyEvent& event) {
         return Nth(key, Qt::Key_A, 65);
     if (key >= Qt::Key_F1 && key <= Qt::Key_F24)
         return Nth(key, Qt::Key_F1, 112);
+    if (event.nativeVirtualKey() == kMetaL || event.nativeVirtualKey() == kMetaR)
+        return Lookup(kKeys, Qt::Key_Alt);
     const std::int16_t code = Lookup(kKeys, key);
     return code != 0 ? code : Lookup(kShifted, key);
 }
