@@ -46,6 +46,8 @@ frmInput::frmInput(QWidget* parent) : QWidget(parent), cboInput(new QComboBox(th
     cboInput->setEditable(true);
     cboInput->setInsertPolicy(QComboBox::NoInsert);
     cboInput->setCompleter(nullptr);
+    // Leaving the box is no choice of an entry, though its text may be one.
+    disconnect(cboInput->lineEdit(), &QLineEdit::editingFinished, cboInput, nullptr);
     cboInput->setMaxVisibleItems(static_cast<int>(kLongestHistory));
     NameBox(cboInput, tr("Command line"));
     cboInput->lineEdit()->setMaxLength(kLongestLine);

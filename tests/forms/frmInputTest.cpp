@@ -195,6 +195,17 @@ TEST_F(FrmInputTest, ChoosingFromTheListPutsTheLineIntoTheBox) {
     EXPECT_EQ(Typed(), "one");
 }
 
+TEST_F(FrmInputTest, LeavingTheBoxIsNoChoiceOfALineThatReadsTheSame) {
+    SendLines({"one", "two"});
+    Type("one");
+    Output()->setFocus();
+    ASSERT_FALSE(Input()->hasFocus());
+    Input()->setFocus();
+    EXPECT_EQ(HistoryIndex, -1);
+    Press(Qt::Key_Up);
+    EXPECT_EQ(Typed(), "two");
+}
+
 TEST_F(FrmInputTest, KeptTextIsSelectedAfterTheNextOutput) {
     KeepSentText = true;
     Connect();
