@@ -1,7 +1,9 @@
 #include "automation/frmAlias.h"
 
 #include "automation/Aliases.h"
+#include "automation/CommandLine.h"
 #include "ui/qt/EventBoundary.h"
+#include "ui/qt/KeyCodes.h"
 
 namespace mw {
 
@@ -15,6 +17,7 @@ frmAlias::frmAlias(QWidget* frame)
     TextLabel->setText(tr("W&hen a line begins with"));
     ActionLabel->setText(tr("&put this in its place"));
     connect(Action, &QPlainTextEdit::textChanged, this, &frmAlias::KeepOnOneLine);
+    Action->installEventFilter(this);
     chkDisable->setObjectName("chkDisable");
     Fields->addWidget(chkDisable, 4, 0);
     setTabOrder(Action, chkDisable);
@@ -44,6 +47,15 @@ bool frmAlias::Change(std::int16_t index, const std::string& text, const std::st
 }
 
 void frmAlias::Remove(std::int16_t index) { DeleteAlias(index); }
+
+// Enter in the box of one line is for the button with the thick edge.
+bool frmAlias::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != Action || event->type() != QEvent::KeyPress ||
+        KeyCodeOf(*static_cast<QKeyEvent*>(event)) != kEnterKey)
+        return frmEntries::eventFilter(watched, event);
+    event->ignore();
+    return true;
+}
 
 // A line break would make the set's file unreadable.
 void frmAlias::KeepOnOneLine() {

@@ -14,6 +14,7 @@ public:
     explicit frmAlias(QWidget* frame);
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     std::vector<Entry> Entries() const override;
     bool Store(const std::string& text, const std::string& action) override;
     bool Change(std::int16_t index, const std::string& text, const std::string& action) override;

@@ -115,13 +115,33 @@ TEST_F(AliasEditor, EnterInTheAliasBoxAdds) {
     EXPECT_EQ(CurrentSet().Aliases, (AliasTable{{"l", "", true}}));
 }
 
-TEST_F(AliasEditor, AReplacementStaysOnOneLine) {
+TEST_F(AliasEditor, EnterOfEitherKindInTheReplacementsBoxAdds) {
+    OpenIt();
+    for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter}) {
+        Click("cmdNew");
+        TypeInto(Alias(), "l");
+        TypeInto(Action(), "look");
+        QTest::keyClick(Action(), enter,
+                        enter == Qt::Key_Enter ? Qt::KeypadModifier : Qt::NoModifier);
+    }
+    EXPECT_EQ(CurrentSet().Aliases, (AliasTable{{"l", "look", true}, {"l", "look", true}}));
+}
+
+TEST_F(AliasEditor, ShiftAndEnterTypeNothingIntoTheReplacement) {
+    OpenIt();
+    Click("cmdNew");
+    TypeInto(Action(), "look");
+    QTest::keyClick(Action(), Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(Action()->toPlainText(), "look");
+    EXPECT_TRUE(Action()->isEnabled());
+}
+
+TEST_F(AliasEditor, BreaksPastedIntoTheReplacementBecomeBlanks) {
     OpenIt();
     Click("cmdNew");
     TypeInto(Alias(), "l");
-    TypeInto(Action(), "a");
-    QTest::keyClick(Action(), Qt::Key_Return);
-    QTest::keyClicks(Action(), "b");
+    QApplication::clipboard()->setText("a\nb");
+    Action()->paste();
     Click("cmdAdd");
     EXPECT_EQ(CurrentSet().Aliases[0].Replace, "a b");
 }
