@@ -4,6 +4,7 @@
 #include "automation/CommandLine.h"
 #include "automation/MacroKeys.h"
 #include "base/Error.h"
+#include "base/Globals.h"
 #include "ui/InputControls.h"
 #include "ui/qt/BoxNames.h"
 #include "ui/qt/EventBoundary.h"
@@ -90,6 +91,12 @@ bool frmInput::eventFilter(QObject* watched, QEvent* event) {
         const auto* const key = static_cast<QKeyEvent*>(event);
         if (!key->isAutoRepeat())
             RunHandler("cboInput_KeyUp", [key] { cboInput_KeyUp(KeyCodeOf(*key)); });
+        return false;
+    }
+    case QEvent::InputMethod: { // types without a key
+        const auto* const input = static_cast<QInputMethodEvent*>(event);
+        if (!input->preeditString().isEmpty() || !input->commitString().isEmpty())
+            LastKeyWasEnter = false;
         return false;
     }
     case QEvent::Wheel: // would page through the history behind the module's back

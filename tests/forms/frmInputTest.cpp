@@ -219,6 +219,34 @@ TEST_F(FrmInputTest, KeptTextIsSelectedAfterTheNextOutput) {
     EXPECT_FALSE(Edit().hasSelectedText());
 }
 
+// As dead keys and input methods type: first what is being composed, then what came of it.
+TEST_F(FrmInputTest, KeptTextStaysWhenTheNextIsTypedWithoutAKey) {
+    struct {
+        const char* Composed;
+        const char* Typed;
+    } const rows[] = {{"'", ""}, {"", "e"}};
+    KeepSentText = true;
+    Connect();
+    for (const auto& row : rows) {
+        Enter("look");
+        QInputMethodEvent event(row.Composed, {});
+        event.setCommitString(row.Typed);
+        QApplication::sendEvent(Input(), &event);
+        Receive(std::string("You see nothing") + row.Typed);
+        EXPECT_FALSE(Edit().hasSelectedText()) << row.Typed;
+    }
+}
+
+TEST_F(FrmInputTest, KeptTextIsSelectedAlthoughTheInputMethodReportsNothingTyped) {
+    KeepSentText = true;
+    Connect();
+    Enter("look");
+    QInputMethodEvent event;
+    QApplication::sendEvent(Input(), &event);
+    Receive("You see nothing.");
+    EXPECT_EQ(Edit().selectedText(), "look");
+}
+
 TEST_F(FrmInputTest, OutputPutsTheCaretToTheEnd) {
     Connect();
     Type("abc");
