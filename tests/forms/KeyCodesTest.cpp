@@ -147,6 +147,23 @@ const XKey kXKeys[] = {
     {"RightAltWithShift", Qt::Key_Meta, 0xffe8, 108, 18},
     {"LeftSuper", Qt::Key_Meta, 0xffeb, 133, 91},
     {"RightSuper", Qt::Key_Meta, 0xffec, 134, 91},
+
+    {"CyrillicAtThePlaceOfQ", 0x0419, 0x6ca, 24, 'Q'},
+    {"CyrillicAtThePlaceOfP", 0x0417, 0x6da, 33, 'P'},
+    {"CyrillicBehindP", 0x0425, 0x6c8, 34, 0},
+    {"CyrillicBeforeA", 0x042A, 0x6df, 37, 0},
+    {"CyrillicAtThePlaceOfA", 0x0424, 0x6c6, 38, 'A'},
+    {"GreekAtThePlaceOfL", 0x039B, 0x7eb, 46, 'L'},
+    {"CyrillicBehindL", 0x0416, 0x6d6, 47, 0},
+    {"CyrillicBeforeZ", 0x0401, 0x6a3, 51, 0},
+    {"HebrewAtThePlaceOfZ", 0x05D6, 0xce6, 52, 'Z'},
+    {"CyrillicAtThePlaceOfM", 0x042C, 0x6d8, 58, 'M'},
+    {"CyrillicBehindM", 0x0411, 0x6c2, 59, 0},
+    {"CyrillicBeforeQ", 0x0401, 0x6a3, 23, 0},
+    {"LatinCountsByItsName", Qt::Key_A, 0x61, 24, 'A'},
+    {"LatinBeyondTheFirst256", 0x0153, 0x13bd, 32, 0},
+    {"SignAtThePlaceOfALetter", 0x20AC, 0x20ac, 26, 0},
+    {"LayoutSwitch", 0, 0xfe08, 38, 0},
 };
 
 class KeyCodesOnX : public testing::TestWithParam<XKey> {};

@@ -376,6 +376,21 @@ TEST_F(FrmInputTest, AltAndALetterPlayItsMacroInsteadOfTheMenu) {
     EXPECT_EQ(Typed(), "");
 }
 
+TEST_F(FrmInputTest, AltAndALetterOfAnotherScriptPlayTheMacroOfItsPlace) {
+    SetKeyText(MacroSets[0].AltKey, 'A', "attack;");
+    Connect();
+    QTest::keyPress(Input(), Qt::Key_Alt);
+    const QString letter(QChar(0x0444));
+    QKeyEvent claim(QEvent::ShortcutOverride, 0x0424, Qt::AltModifier, 38, 0x6c6, 0, letter);
+    claim.ignore();
+    QApplication::sendEvent(Input(), &claim);
+    EXPECT_TRUE(claim.isAccepted());
+    QKeyEvent press(QEvent::KeyPress, 0x0424, Qt::AltModifier, 38, 0x6c6, 0, letter);
+    QApplication::sendEvent(Input(), &press);
+    EXPECT_TRUE(Server.Gets("attack\r"));
+    EXPECT_EQ(Typed(), "");
+}
+
 TEST_F(FrmInputTest, AltAndALetterWithoutMenuOrMacroTypeNothing) {
     Press(Qt::Key_X, Qt::AltModifier);
     EXPECT_EQ(Typed(), "");

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string_view>
 
 namespace mw {
 namespace {
@@ -58,6 +59,10 @@ constexpr KeyRow kKeypad[] = {
     {Qt::Key_Period, 110},   {Qt::Key_Comma, 110}, {Qt::Key_Slash, 111},
 };
 
+// The letters by their place, which X numbers from 24 on.
+constexpr quint32 kFirstPlace = 24;
+constexpr std::string_view kLetters("QWERTYUIOP\0\0\0\0ASDFGHJKL\0\0\0\0\0ZXCVBNM", 35);
+
 template <std::size_t Size> std::int16_t Lookup(const KeyRow (&rows)[Size], int key) {
     const auto* const row = std::find_if(std::begin(rows), std::end(rows),
                                          [key](const KeyRow& r) { return r.Key == key; });
@@ -67,6 +72,16 @@ template <std::size_t Size> std::int16_t Lookup(const KeyRow (&rows)[Size], int 
 // first + (key - firstKey), for the runs of keys whose codes run as well.
 std::int16_t Nth(int key, int firstKey, int first) {
     return static_cast<std::int16_t>(first + key - firstKey);
+}
+
+// A letter of another script has the code of the Latin one at its place.
+std::int16_t CodeOfPlace(const QKeyEvent& event) {
+    const auto letter = static_cast<char32_t>(event.key());
+    const quint32 place = event.nativeScanCode() - kFirstPlace;
+    if (place >= kLetters.size() || !QChar::isLetter(letter) ||
+        QChar::script(letter) == QChar::Script_Latin)
+        return 0;
+    return kLetters[place];
 }
 
 } // namespace
@@ -84,8 +99,8 @@ std::int16_t KeyCodeOf(const QKeyEvent& event) {
         return Nth(key, Qt::Key_F1, 112);
     if (event.nativeVirtualKey() == kMetaL || event.nativeVirtualKey() == kMetaR)
         return Lookup(kKeys, Qt::Key_Alt);
-    const std::int16_t code = Lookup(kKeys, key);
-    return code != 0 ? code : Lookup(kShifted, key);
+    const std::int16_t code = std::max(Lookup(kKeys, key), Lookup(kShifted, key));
+    return code != 0 ? code : CodeOfPlace(event);
 }
 
 std::int16_t CharacterOf(const QKeyEvent& event) {
