@@ -8,10 +8,15 @@
 #include "Sounds.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <iostream>
 #include <iterator>
+#include <stdexcept>
+#include <sys/file.h>
 #include <utility>
 
+#include <QDir>
+#include <QFileInfo>
 #include <QTcpSocket>
 
 namespace world {
@@ -20,6 +25,17 @@ namespace {
 constexpr int kReceiveBuffer = 4096;
 constexpr int kSendBuffer = 64 * 1024;        // the system's own share, kept small beside MaxQueue
 constexpr std::chrono::seconds kSaveDelay{1}; // what changes meanwhile shares one write
+
+// A neighbour of the book, which is itself replaced by each write. The system gives the lock back
+// when the file is closed or the program is gone, so the file can stay. Where there can be none, no
+// book can be written either.
+void Lock(QFile& lock, const std::string& book) {
+    lock.setFileName(QString::fromStdString(book + ".lock"));
+    QDir().mkpath(QFileInfo(lock).path());
+    if (lock.open(QFile::WriteOnly, QFile::ReadOwner | QFile::WriteOwner) &&
+        ::flock(lock.handle(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
+        throw std::runtime_error("another world keeps its players there");
+}
 
 void SetRunning(QTimer& timer, bool run) {
     if (run && !timer.isActive())
@@ -56,8 +72,10 @@ Outgoing Compose(const World& world, Player& player, bool hasRoom) {
 
 Server::Server(const Settings& chosen) : settings(chosen) {
     world.roll = settings.roll;
-    if (!settings.book.empty())
+    if (!settings.book.empty()) {
+        Lock(lock, settings.book);
         world.book = LoadBook(settings.book);
+    }
     Populate(world, Quillmere());
     listener.setListenBacklogSize(static_cast<int>(MaxClients)); // who may all come at once
     turnTimer.setSingleShot(true);

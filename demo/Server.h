@@ -14,6 +14,7 @@
 #include <map>
 #include <string>
 
+#include <QFile>
 #include <QTcpServer>
 #include <QTimer>
 
@@ -36,7 +37,8 @@ struct Settings {
 
 class Server {
 public:
-    // Reads the book. Throws std::runtime_error when its file can't be read.
+    // Reads the book, and keeps it from other worlds as long as this one is there. Throws
+    // std::runtime_error when its file can't be read or is another world's.
     explicit Server(const Settings& chosen);
 
     // Begins to listen on 127.0.0.1. False, with nothing begun, when the port is taken.
@@ -77,6 +79,7 @@ private:
     void SetTimers();
 
     Settings settings;
+    QFile lock;
     World world;
     std::map<int, Connection> connections; // the ids are those of World::players
     int lastId = 0;

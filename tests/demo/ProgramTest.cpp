@@ -331,6 +331,24 @@ TEST(WorldProgram, EndsWithStatusOneAndAWordWhenThePlayersCannotBeRead) {
     }
 }
 
+TEST(WorldProgram, EndsWithStatusOneAndAWordWhileAnotherKeepsItsPlayersInTheFile) {
+    const Folder folder;
+    const std::string file = folder.Path("players.json");
+    const QStringList arguments = kAnyPorts + QStringList{"--players", Name(file)};
+    Program first(arguments);
+    ASSERT_TRUE(first.Listens());
+    Program second(arguments);
+    ASSERT_TRUE(second.Ends());
+    EXPECT_EQ(second.process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(second.process.exitCode(), 1);
+    EXPECT_EQ(second.out, "");
+    EXPECT_EQ(second.log, file + " can't be read: another world keeps its players there\n");
+    first.Signal(SIGKILL);
+    ASSERT_TRUE(first.Ends());
+    Program third(arguments);
+    EXPECT_TRUE(third.Listens()) << "one that was killed keeps nobody out";
+}
+
 TEST(WorldProgram, PlaysOnWithAWordWhenThePlayersCannotBeWritten) {
     const Folder folder;
     folder.Write("file", "x");
