@@ -85,22 +85,21 @@ void Hush(Player& player) {
 }
 
 std::string WithoutMistakableWaves(std::string lines) {
-    std::size_t mark = lines.rfind(kMusicMark);
+    const std::size_t mark = lines.rfind(kMusicMark);
+    if (mark == std::string::npos)
+        return lines;
+    std::string left;
     std::size_t begin = 0;
-    while (mark != std::string::npos && begin < mark) {
+    while (begin < mark) {
         const std::size_t end = lines.find('\n', begin);
         if (end == std::string::npos)
             break;
         const std::size_t next = end + 1;
-        const bool isWave = lines.compare(begin, kWaveWord.size(), kWaveWord) == 0;
-        if (isWave) {
-            lines.erase(begin, next - begin);
-            mark -= next - begin;
-        } else {
-            begin = next;
-        }
+        if (lines.compare(begin, kWaveWord.size(), kWaveWord) != 0)
+            left.append(lines, begin, next - begin);
+        begin = next;
     }
-    return lines;
+    return left.append(lines, begin);
 }
 
 } // namespace world

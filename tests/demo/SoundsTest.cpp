@@ -200,6 +200,8 @@ const MessageCase kMessages[] = {
     {"WithinALineNot", "see !!SOUND(b.wav )\r\n.mid\r\n", "see !!SOUND(b.wav )\r\n.mid\r\n"},
     {"WithoutALineEndNot", "a\r\n!!SOUND(b.mid )", "a\r\n!!SOUND(b.mid )"},
     {"ThatHoldTheMarkThemselves", "!!SOUND(b.mid )\r\n", ""},
+    {"ThatHoldTheMarkThemselvesAlone", "!!SOUND(b.mid )\r\n!!SOUND(c.wav )\r\n",
+     "!!SOUND(c.wav )\r\n"},
 };
 
 INSTANTIATE_TEST_SUITE_P(All, MistakableWaves, ::testing::ValuesIn(kMessages),
