@@ -74,7 +74,11 @@ struct Program {
         return Ends() && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
     }
 
-    void Signal(int number) const { ::kill(static_cast<pid_t>(process.processId()), number); }
+    // Nobody when it is gone: 0 would be all of this test's own group.
+    void Signal(int number) const {
+        if (const qint64 id = process.processId(); id > 0)
+            ::kill(static_cast<pid_t>(id), number);
+    }
 
 private:
     int NumberAfter(std::string_view words) const {
