@@ -28,12 +28,17 @@ struct Options {
     std::string clientVersion;
 };
 
-// SIGTERM and SIGINT become readable bytes: what answers them runs in the event loop.
+// SIGTERM, SIGINT and SIGHUP become readable bytes: what answers them runs in the event loop. A
+// SIGHUP that is ignored from the start, as nohup has it, would be read too if it were blocked.
 int StopSignals() {
     sigset_t stops;
     sigemptyset(&stops);
     sigaddset(&stops, SIGTERM);
     sigaddset(&stops, SIGINT);
+    struct sigaction hangUp {};
+    sigaction(SIGHUP, nullptr, &hangUp);
+    if (hangUp.sa_handler != SIG_IGN)
+        sigaddset(&stops, SIGHUP);
     sigprocmask(SIG_BLOCK, &stops, nullptr);
     return signalfd(-1, &stops, SFD_CLOEXEC | SFD_NONBLOCK);
 }

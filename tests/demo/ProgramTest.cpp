@@ -13,6 +13,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
@@ -40,7 +41,9 @@ struct Program {
     std::string out;
     std::string log;
 
-    explicit Program(QStringList arguments, Players players = Players::InAFileOfTheirOwn) {
+    explicit Program(QStringList arguments, Players players = Players::InAFileOfTheirOwn,
+                     void (*hangUp)(int) = SIG_DFL) {
+        process.setChildProcessModifier([hangUp] { std::signal(SIGHUP, hangUp); });
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("XDG_DATA_HOME", Name(home.Path("")));
         process.setProcessEnvironment(environment);
@@ -259,12 +262,20 @@ TEST_P(WorldProgramSignals, EndItCleanlyWithAWordToThePlayers) {
     EXPECT_EQ(program.process.exitCode(), 0);
     EXPECT_TRUE(ada.Sees("The world is rolled up for the night."));
     EXPECT_TRUE(reader.IsClosed());
+    EXPECT_TRUE(LoadBook(program.home.Path("players.json")).contains("Ada"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Both, WorldProgramSignals, ::testing::Values(SIGTERM, SIGINT),
-                         [](const auto& row) {
-                             return std::string(row.param == SIGTERM ? "Term" : "Int");
-                         });
+INSTANTIATE_TEST_SUITE_P(All, WorldProgramSignals, ::testing::Values(SIGTERM, SIGINT, SIGHUP),
+                         [](const auto& row) { return std::string(sigabbrev_np(row.param)); });
+
+TEST(WorldProgram, OutlivesItsTerminalWhenToldSoFromTheStart) {
+    Program program(kAnyPorts, Players::InAFileOfTheirOwn, SIG_IGN);
+    ASSERT_TRUE(program.Listens());
+    program.Signal(SIGHUP);
+    Visitor ada(program.Port());
+    EXPECT_TRUE(ada.LogIn("Ada"));
+    EXPECT_TRUE(program.Stops());
+}
 
 TEST(WorldProgram, LogsALineForEachConnection) {
     Program program(kAnyPorts);
