@@ -188,7 +188,8 @@ void frmMain::ShowOutput() {
 // From the top of the frame to its end. The client area would keep the focus in the output, which
 // is asked for by its boxes because it may be half gone: its end moves the focus.
 bool frmMain::focusNextPrevChild(bool next) {
-    if (focusWidget() && !focusWidget()->isEnabled()) {
+    const QWidget* const last = focusWidget();
+    if (last && (!last->isEnabled() || !last->isVisibleTo(this))) {
         Input->setFocus(); // what can't be used any more leaves it to the command line
         return true;
     }

@@ -259,6 +259,25 @@ TEST_F(FrmMainTest, ClosingTheOutputClosesTheConnection) {
     EXPECT_TRUE(Frame->findChildren<QMdiSubWindow*>().isEmpty());
 }
 
+TEST_F(FrmMainTest, AToolbarThatIsSwitchedOffLeavesTheFocusToTheCommandLine) {
+    Frame->Chooser->setFocus();
+    Item("mnutoolbar")->trigger();
+    EXPECT_TRUE(Input()->hasFocus());
+}
+
+TEST_F(FrmMainTest, AnOutputThatIsClosedLeavesTheFocusToTheCommandLine) {
+    OutputBox()->setFocus();
+    CloseOutput();
+    EXPECT_TRUE(Input()->hasFocus());
+}
+
+TEST_F(FrmMainTest, ACrossThatIsPressedByKeyLeavesTheFocusToTheCommandLine) {
+    Frame->closeOutput->setFocus();
+    QTest::keyClick(Frame->closeOutput, Qt::Key_Space);
+    ASSERT_TRUE(WaitFor([this] { return Output() == nullptr; }));
+    EXPECT_TRUE(Input()->hasFocus());
+}
+
 TEST_F(FrmMainTest, AppendsAfterTheOutputWasClosedDoNothing) {
     CloseOutput();
     std::string text = "nobody sees this\n";
