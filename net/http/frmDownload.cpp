@@ -109,6 +109,7 @@ void ShowWebBox(const std::string& text, bool isError) {
     Box->setTextFormat(Qt::PlainText);
     Box->setAttribute(Qt::WA_DeleteOnClose);
     Box->setModal(false);
+    Box->setAttribute(Qt::WA_ShowWithoutActivating); // the player may be in the middle of a line
     QObject::connect(Box, &QDialog::finished, Box, [] {
         Box.clear();
         RunHandler("WebBox_Closed", WebBox_Closed);

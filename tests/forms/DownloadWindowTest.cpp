@@ -884,6 +884,11 @@ TEST_F(DownloadBoxes, GoWithTheDownloadsWhenThoseAreAbandoned) {
     EXPECT_TRUE(Windows().isEmpty());
 }
 
+TEST_F(DownloadBoxes, WishNoKeysWhenTheyOpen) {
+    FailAll(1);
+    EXPECT_TRUE(OpenBox()->testAttribute(Qt::WA_ShowWithoutActivating));
+}
+
 TEST_F(DownloadBoxes, LeaveTheFrameUsable) {
     FailAll(1);
     Frame->activateWindow();
