@@ -198,14 +198,22 @@ void frmOutput::PlaceCopy() {
             static_cast<int>(qint64{inner->maximum()} * vslRTF->value() / vslRTF->maximum()));
 }
 
+// By the player. Past the bar's end the box, that a selection may have scrolled, is shown at its
+// own.
+void frmOutput::ScrollBy(int change) {
+    vslRTF->setValue(vslRTF->value() + change);
+    if (change > 0 && vslRTF->value() == vslRTF->maximum())
+        rtfOutPut->ScrollToEnd();
+}
+
 bool frmOutput::ScrollKey(const QKeyEvent& event) {
     MoveBarNow();
     switch (event.key()) {
     case Qt::Key_PageUp:
-        vslRTF->setValue(vslRTF->value() - vslRTF->pageStep());
+        ScrollBy(-vslRTF->pageStep());
         return true;
     case Qt::Key_PageDown:
-        vslRTF->setValue(vslRTF->value() + vslRTF->pageStep());
+        ScrollBy(vslRTF->pageStep());
         return true;
     case Qt::Key_End:
         vslRTF->setValue(vslRTF->maximum());
@@ -238,7 +246,7 @@ bool frmOutput::eventFilter(QObject* watched, QEvent* event) {
         constexpr int kNotch = 120;
         constexpr int kStepsANotch = 3;
         const int steps = static_cast<QWheelEvent*>(event)->angleDelta().y() * kStepsANotch;
-        vslRTF->setValue(vslRTF->value() - steps * vslRTF->singleStep() / kNotch);
+        ScrollBy(-steps * vslRTF->singleStep() / kNotch);
         return true;
     }
     default:

@@ -69,6 +69,7 @@ private:
     void WireTimers();
     void ScrollBarMoved();
     void PlaceCopy();
+    void ScrollBy(int change);
     bool KeyDown(QKeyEvent* event);
 
     QSplitter* Boxes;

@@ -296,6 +296,31 @@ TEST_F(FrmOutputTest, EndReturnsFromScrollBack) {
     EXPECT_EQ(Copy().toPlainText(), "");
 }
 
+// As after a selection that was dragged past the edge.
+TEST_F(FrmOutputTest, PageDownAndTheWheelAtTheEndBringTheOutputsOwnBarThereToo) {
+    AppendLines(300);
+    OutputBox()->Apply();
+    QScrollBar& own = *OutputBox()->verticalScrollBar();
+    const auto isAtItsEnd = [&own] { return own.value() == own.maximum(); };
+    own.setValue(0);
+    Press(Qt::Key_PageDown);
+    EXPECT_TRUE(WaitFor(isAtItsEnd));
+    own.setValue(0);
+    Wheel(-1);
+    EXPECT_TRUE(WaitFor(isAtItsEnd));
+    ExpectScrolledBack(false);
+}
+
+TEST_F(FrmOutputTest, TheWheelTurnedSidewaysLeavesTheOutputWhereItIs) {
+    AppendLines(300);
+    OutputBox()->Apply();
+    QScrollBar& own = *OutputBox()->verticalScrollBar();
+    own.setValue(0);
+    Wheel(0);
+    forms::WaitAMoment([&own] { return own.value() > 0; });
+    EXPECT_EQ(own.value(), 0);
+}
+
 TEST_F(FrmOutputTest, EndInTheCopyReturnsAndTheOutputHasTheFocus) {
     AppendLines(300);
     Wheel(3);
