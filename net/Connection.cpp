@@ -63,6 +63,7 @@ void ConnectToMud() {
     SetControls(true);
     const MudEntry mud = MudAt(CurrentMud);
     MakeGameFolders(mud.Name);
+    ShowOutputWindow(); // the socket is its own, and gone when it was closed
     wskTCP::Connect(mud.Address, mud.Port);
     tmrConnect.Enabled = true;
     StartTimer(Timer::Connect, tmrConnect.Interval);

@@ -30,9 +30,10 @@ inline std::uint8_t SessionSeconds = 0;
 inline std::uint8_t SessionMinutes = 0;
 inline std::uint8_t SessionHours = 0;
 
-// Opens a connection to the entry of MudList at CurrentMud, makes the game's folder, and sets the
-// controls. Raises Subscript out of range for an index outside the list, Path/File access error
-// when the folder can't be made, 40020 when the socket is not closed; what came before stays done.
+// Opens a connection to the entry of MudList at CurrentMud, makes the game's folder, sets the
+// controls, and brings the output window back when it was closed. Raises Subscript out of range for
+// an index outside the list, Path/File access error when the folder can't be made, 40020 when the
+// socket is not closed; what came before stays done.
 void ConnectToMud();
 
 // Closes the connection at the player's request. The log stays open, and tmrConnect, tmrIncome and

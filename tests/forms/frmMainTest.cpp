@@ -283,12 +283,21 @@ TEST_F(FrmMainTest, AppendsAfterTheOutputWasClosedDoNothing) {
     std::string text = "nobody sees this\n";
     AppendOutput(text);
     AppendStatus("nor this");
-    Click(Frame->cmdConn); // there is no socket either
-    LetEventsRun();
     EXPECT_EQ(Output(), nullptr);
-    EXPECT_EQ(Server.Visitors, 0);
     Item("GameW")->trigger();
     EXPECT_EQ(Shown(), kReconnect);
+}
+
+TEST_F(FrmMainTest, ConnectingBringsTheOutputBackWithoutALineOfItsOwn) {
+    CloseOutput();
+    Click(Frame->cmdConn);
+    ASSERT_NE(Output(), nullptr);
+    EXPECT_TRUE(Frame->closeOutput->isVisible());
+    EXPECT_EQ(Shown(), "\nAttempting connection to: Testmere");
+    EXPECT_TRUE(Input()->hasFocus());
+    ASSERT_TRUE(PanelShows(1, "Connected to: Testmere"));
+    ASSERT_TRUE(Server.HasVisitor());
+    Receive("welcome back");
 }
 
 TEST_F(FrmMainTest, GameWindowBringsTheOutputBackWithItsLine) {

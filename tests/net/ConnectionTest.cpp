@@ -91,6 +91,7 @@ TEST_F(Connecting, WithTheToolbarGoesStepByStep) {
                                 "Disable cmdNew",
                                 "Disable cmdDel",
                                 "Disable cboMud",
+                                "ShowOutputWindow",
                                 "Connect game.example:1234",
                                 "Start tmrConnect 100",
                                 "Append ffffff \nAttempting connection to: Quillmere",
@@ -109,6 +110,7 @@ TEST_F(Connecting, WithTheMenuGoesStepByStep) {
                                 "Disable mnuConnect",
                                 "Disable mnuADCmud",
                                 "Enable mnuDisconnect",
+                                "ShowOutputWindow",
                                 "Connect game.example:1234",
                                 "Start tmrConnect 100",
                                 "Append ffffff \nAttempting connection to: Quillmere",
@@ -122,7 +124,7 @@ TEST_F(Connecting, WithTheMenuGoesStepByStep) {
 TEST_F(Connecting, TakesAddressPortAndNameOfTheChosenGame) {
     Choose(1);
     ConnectToMud();
-    EXPECT_EQ(fakes::Calls[5], "Connect 192.0.2.10:4000");
+    EXPECT_EQ(fakes::Calls[6], "Connect 192.0.2.10:4000");
     EXPECT_EQ(fakes::Shown, "\nAttempting connection to: Northern Realms");
 }
 
@@ -130,7 +132,7 @@ TEST_F(Connecting, HandsOnAPortThatIsNone) {
     AddGame("Odd", "host", -1);
     Choose(2);
     ConnectToMud();
-    EXPECT_EQ(fakes::Calls[5], "Connect host:-1");
+    EXPECT_EQ(fakes::Calls[6], "Connect host:-1");
 }
 
 TEST_F(Connecting, NamesTheEntryAtTheMacroSetsIndexInTheStatusBarOnPurpose) {
@@ -156,6 +158,7 @@ TEST_F(Connecting, FailsOnAMacroSetBeyondTheListAfterTheConnectCallHasGoneOutIsM
                                 "Disable cmdNew",
                                 "Disable cmdDel",
                                 "Disable cboMud",
+                                "ShowOutputWindow",
                                 "Connect game.example:1234",
                                 "Start tmrConnect 100",
                                 "Append ffffff \nAttempting connection to: Quillmere",
@@ -206,7 +209,7 @@ TEST_F(Connecting, LeavesAFolderWithoutSoundsAsItIsOnPurpose) {
     Choose(1);
     ConnectToMud();
     EXPECT_FALSE(Folder.HasFolder("Northern Realms/sounds"));
-    EXPECT_EQ(fakes::Calls[5], "Connect 192.0.2.10:4000");
+    EXPECT_EQ(fakes::Calls[6], "Connect 192.0.2.10:4000");
 }
 
 TEST_F(Connecting, LeavesAFileOfTheGamesNameAlone) {
