@@ -237,6 +237,12 @@ TEST_F(AboutWindow, ShowsItsTextWhole) {
     EXPECT_GE(text->height(), text->heightForWidth(text->width()));
 }
 
+TEST_F(AboutWindow, IsNoLargerThanTheScreenWhateverSizeWasKept) {
+    SaveUserSetting("MwClient", "Dialogs", "frmAbout", "5000x5000");
+    Open<frmAbout>("mnuAbout");
+    EXPECT_EQ(Dialog->size(), Dialog->screen()->availableSize());
+}
+
 TEST_F(AboutWindow, LocksTheFrameUntilItIsClosed) {
     Open<frmAbout>("mnuAbout");
     EXPECT_EQ(QApplication::activeModalWidget(), Dialog);

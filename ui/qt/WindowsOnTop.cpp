@@ -3,6 +3,7 @@
 #include "ui/UserSettings.h"
 
 #include <QEvent>
+#include <QScreen>
 #include <QStringList>
 
 namespace mw {
@@ -40,7 +41,7 @@ void LockedDialog::showEvent(QShowEvent* event) {
     const std::string name = objectName().toStdString();
     const QSize kept = SizeIn(GetUserSetting(kApplication, kSection, name, ""));
     if (kept.isValid())
-        resize(kept.expandedTo(minimumSizeHint()));
+        resize(kept.boundedTo(screen()->availableSize()).expandedTo(minimumSizeHint()));
     raise();
     QDialog::showEvent(event);
 }
