@@ -107,9 +107,11 @@ QLabel* AddValue(QBoxLayout* row, const char* name, const QString& caption) {
 // theirs would be black on black.
 void MakeHintsReadable() {
     constexpr int kHalf = 128;
-    QPalette palette;
+    QPalette palette = QApplication::palette();
     QColor faint = palette.color(QPalette::Text);
     faint.setAlpha(kHalf);
+    if (palette.color(QPalette::PlaceholderText) == faint)
+        return;
     palette.setColor(QPalette::PlaceholderText, faint);
     QApplication::setPalette(palette);
 }
@@ -167,6 +169,12 @@ void frmMain::closeEvent(QCloseEvent* event) {
     if (!SavingMode)
         RunHandler("MDIForm_Unload", MDIForm_Unload);
     event->accept();
+}
+
+void frmMain::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange)
+        MakeHintsReadable(); // the desktop has turned dark, or light
+    QMainWindow::changeEvent(event);
 }
 
 void frmMain::ShowOutput() {

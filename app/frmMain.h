@@ -48,6 +48,7 @@ public:
     QLabel* Panels[3];
 
 protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     bool focusNextPrevChild(bool next) override;
 

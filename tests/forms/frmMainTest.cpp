@@ -240,6 +240,18 @@ TEST_F(FrmMainTest, AGamesNameIsShownAsItIs) {
     EXPECT_EQ(Frame->Panels[0]->textFormat(), Qt::PlainText);
 }
 
+TEST_F(FrmMainTest, HintsFollowTheTextsColourWhenTheDesktopTurnsDark) {
+    const QPalette light = QApplication::palette();
+    QPalette dark = light;
+    dark.setColor(QPalette::Text, QColor(250, 240, 230));
+    QApplication::setPalette(dark);
+    LetEventsRun();
+    EXPECT_EQ(Input()->lineEdit()->palette().color(QPalette::PlaceholderText),
+              QColor(250, 240, 230, 128));
+    QApplication::setPalette(light);
+    LetEventsRun();
+}
+
 TEST_F(FrmMainTest, ALongStateTextDoesNotWidenTheFrame) {
     const int width = Frame->minimumSizeHint().width();
     stsBar::SetPanel(stsBar::StatePanel, std::string(5000, 'w'));
