@@ -1,9 +1,9 @@
 #include "ui/qt/OutputView.h"
 
 #include "forms/GameServer.h"
+#include "forms/WaitFor.h"
 #include "ui/qt/Text.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -16,6 +16,7 @@
 namespace mw {
 namespace {
 
+using forms::TimerRunsIn;
 using forms::WaitFor;
 
 class OutputViewTest : public testing::Test {
@@ -41,11 +42,6 @@ protected:
     std::string Shown() {
         View.Apply();
         return InDocument();
-    }
-
-    bool TimerRuns() const {
-        const auto timers = View.findChildren<QTimer*>();
-        return std::any_of(timers.begin(), timers.end(), [](QTimer* t) { return t->isActive(); });
     }
 
     OutputView View;
@@ -275,22 +271,10 @@ TEST_F(OutputViewTest, StaysAtItsEnd) {
 }
 
 TEST_F(OutputViewTest, NoTimerRunsWhenNothingIsQueued) {
-    int wakeUps = 0;
-    struct Counter : QObject {
-        int& Count;
-        explicit Counter(int& count) : Count(count) {}
-        bool eventFilter(QObject*, QEvent* event) override {
-            Count += event->type() == QEvent::Timer;
-            return false;
-        }
-    } counter(wakeUps);
     Append("text");
     ASSERT_TRUE(WaitFor([this] { return InDocument() == "text"; }));
-    for (QObject* const child : View.findChildren<QObject*>())
-        child->installEventFilter(&counter);
-    View.installEventFilter(&counter);
-    forms::WaitAMoment([&] { return wakeUps > 0; });
-    EXPECT_FALSE(TimerRuns());
+    forms::WaitAMoment([this] { return TimerRunsIn(View); });
+    EXPECT_FALSE(TimerRunsIn(View));
 }
 
 TEST_F(OutputViewTest, ACopyHasTextAndColoursAndStaysAsItIs) {

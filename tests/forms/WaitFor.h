@@ -1,12 +1,14 @@
 // Waiting without delay for what takes hundreds of steps.
 #pragma once
 
+#include <algorithm>
 #include <functional>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEvent>
 #include <QEventLoop>
+#include <QObject>
 #include <QTimer>
 
 namespace forms {
@@ -26,6 +28,12 @@ inline bool WaitFor(const std::function<bool()>& condition) {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     return true;
+}
+
+// Whether a timer of an object or of its children wakes the program.
+inline bool TimerRunsIn(const QObject& object) {
+    const auto timers = object.findChildren<QTimer*>();
+    return std::any_of(timers.begin(), timers.end(), [](QTimer* t) { return t->isActive(); });
 }
 
 } // namespace forms

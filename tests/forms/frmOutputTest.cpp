@@ -449,10 +449,7 @@ TEST_F(FrmOutputTest, TheHooksTokenIsKeptWhileTheWindowIsOpen) {
 
 TEST_F(FrmOutputTest, NoFrameTimerRunsWhileTheGameIsSilent) {
     Append("text");
-    const auto runs = [this] {
-        const auto timers = Output()->findChildren<QTimer*>();
-        return std::any_of(timers.begin(), timers.end(), [](QTimer* t) { return t->isActive(); });
-    };
+    const auto runs = [this] { return forms::TimerRunsIn(*Output()); };
     EXPECT_TRUE(runs()); // that of the frame in which the text is shown
     EXPECT_TRUE(WaitFor([&] { return !runs(); }));
     forms::WaitAMoment(runs);
