@@ -113,13 +113,19 @@ protected:
             Player.Enter(AnyOf(kLines));
     }
 
-    void OpenADialog() {
-        static const std::pair<const char*, const char*> kDialogs[] = {
-            {"a", kAliases}, {"t", kTriggers}, {"m", kMacros}, {"f", kSetup}};
-        const auto [key, title] = AnyOf(kDialogs);
-        OpenEditor(Player, key, title);
-        LeaveEditor(Player, "Escape", title);
+    struct Dialog {
+        const char* ItemKey;
+        const char* Title;
+    };
+    static constexpr Dialog kDialogs[] = {
+        {"a", kAliases}, {"t", kTriggers}, {"m", kMacros}, {"f", kSetup}};
+
+    void Open(const Dialog& dialog) {
+        OpenEditor(Player, dialog.ItemKey, dialog.Title);
+        LeaveEditor(Player, "Escape", dialog.Title);
     }
+
+    void OpenADialog() { Open(AnyOf(kDialogs)); }
 
     // Of one of the colours, in the setup dialog. To one of a few: the output keeps each colour
     // that it has ever shown, some hundred bytes, and no player chooses thousands.
@@ -157,6 +163,24 @@ protected:
         LeaveTheWorld();
     }
 
+    // What the first dialog, sound or tune makes is kept from then on, as are the threads that
+    // play.
+    void DoEverythingOnce() {
+        EnterTheWorld();
+        for (const Dialog& dialog : kDialogs)
+            Open(dialog);
+        ChangeAColour();
+        Player.Enter("sounds"); // they are fetched, and played the next time
+        WaitFor("the last sound to be there", [this] {
+            return FilesBelow(Player.Home + "/Quillmere/sounds").contains("rain.wav");
+        });
+        Player.WaitToClose(kDownload);
+        const int threads = ThreadsOf(Player.Process);
+        Player.Enter("sounds");
+        WaitFor("the sounds to play", [&] { return ThreadsOf(Player.Process) > threads; });
+        LeaveTheWorld();
+    }
+
     Attack AnyAttack() {
         std::vector<Attack> attacks = TextAttacks();
         for (const auto& more : {TelnetAttacks(), SoundAttacks()})
@@ -187,8 +211,7 @@ protected:
         if (!BoxesLeft().isEmpty())
             throw std::runtime_error("A message box is left.");
         Needs.push_back(Measure());
-        if (IsAtSpeed)
-            TellRound();
+        TellRound();
         LeaveTheFoe();
     }
 
@@ -230,13 +253,14 @@ protected:
         return *at;
     }
 
-    // What plays ends by itself, and its device is closed a while later. The last need is what it
-    // is then, or after the longest wait.
+    // What plays ends by itself, and its device is closed a while later, which gives back its
+    // memory too. The last need is what it is then, or after the longest wait.
     void WaitForSilence() {
         MeetTheFoe();
         LetRead();
         Need& last = Needs.back();
         Becomes([&] {
+            last.Mb = ResidentMb(Player.Process);
             last.Handles = HandlesOf(Player.Process);
             last.Threads = ThreadsOf(Player.Process);
             return last.Handles <= Of(&Need::Handles).First &&
@@ -252,7 +276,7 @@ protected:
     // A fifth of the time in the beginning, once what is kept is there, and the last fifth. The
     // least of each, if no other share is asked for.
     Trend Of(double Need::*what, double share = 0) const {
-        const std::size_t part = std::max<std::size_t>(Needs.size() / 5, 2);
+        const std::size_t part = std::max(Needs.size() / 5, kPart);
         return {Quantile(share, what, part, 2 * part),
                 Quantile(share, what, Needs.size() - part, Needs.size())};
     }
@@ -264,11 +288,11 @@ protected:
     }
 
     static constexpr double kShare = 0.4;
+    static constexpr std::size_t kPart = 2; // of the rounds, the smallest that is compared
+    static constexpr std::size_t kFewestRounds = 2 * kPart;
 
-    // A minute is over before all that is kept is there: what a first dialog, sound or flood needs;
-    // and what a line costs is not the same beside other tests.
+    // A minute is over before all that is kept is there, of the lines above all.
     double MostMb() const { return IsAtSpeed ? 2 : 20; }
-    double MostTimes() const { return IsAtSpeed ? 1.25 : 2; }
 
     static int Number(const char* variable, int otherwise) {
         return qEnvironmentVariableIsSet(variable) ? qEnvironmentVariableIntValue(variable)
@@ -294,12 +318,12 @@ TEST_F(Soak, NeedsNoMoreAtTheEndThanAtTheBeginning) {
         Choose(key);
         ChangeSoundOptions(Player, {EnableMsp});
     }
-    while (HasTimeLeft()) {
+    DoEverythingOnce();
+    while (HasTimeLeft() || Needs.size() < kFewestRounds) {
         PlayInTheWorld(6);
         SufferTheFoe(6);
     }
     std::printf("%zu rounds\n", Needs.size());
-    ASSERT_GE(Needs.size(), 4u);
     WaitForSilence();
     const Trend memory = Tell("MB", &Need::Mb);
     const Trend handles = Tell("handles", &Need::Handles);
@@ -309,7 +333,9 @@ TEST_F(Soak, NeedsNoMoreAtTheEndThanAtTheBeginning) {
     EXPECT_LT(memory.Last, memory.First + MostMb());
     EXPECT_LE(handles.Last, handles.First);
     EXPECT_LE(threads.Last, threads.First);
-    EXPECT_LT(lines.Last, lines.First * MostTimes());
+    if (IsAtSpeed) { // beside other tests, what a line costs is not the same
+        EXPECT_LT(lines.Last, lines.First * 1.25);
+    }
 }
 
 } // namespace
