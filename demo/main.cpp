@@ -124,6 +124,7 @@ int Run(const Options& options, int stopSignals) {
 
 int main(int argc, char** argv) {
     const int stopSignals = StopSignals();
+    std::signal(SIGPIPE, SIG_IGN); // a log line may find its reader gone
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName("quillmere-world");
     const std::optional<Options> options = ReadOptions(app);

@@ -277,6 +277,15 @@ TEST(WorldProgram, OutlivesItsTerminalWhenToldSoFromTheStart) {
     EXPECT_TRUE(program.Stops());
 }
 
+TEST(WorldProgram, IsNotEndedByAPipeThatNobodyReads) {
+    Program program(kAnyPorts);
+    ASSERT_TRUE(program.Listens());
+    program.Signal(SIGPIPE);
+    Visitor ada(program.Port());
+    EXPECT_TRUE(ada.LogIn("Ada"));
+    EXPECT_TRUE(program.Stops());
+}
+
 TEST(WorldProgram, LogsALineForEachConnection) {
     Program program(kAnyPorts);
     ASSERT_TRUE(program.Listens());

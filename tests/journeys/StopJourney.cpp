@@ -49,6 +49,12 @@ TEST_F(Stop, ByTheEndOfItsTerminal) {
     ExpectToStopAndToSave(SIGHUP);
 }
 
+TEST_F(Stop, IsNotCausedByAPipeThatNobodyReads) {
+    Player.Start();
+    ::kill(static_cast<pid_t>(Player.Process.processId()), SIGPIPE);
+    ExpectToStopAndToSave();
+}
+
 TEST_F(Stop, ByTwoSignalsSavesAllAfterTheSecond) {
     Player.Start();
     QFile::remove(Player.Home + "/Data/client.cfg");

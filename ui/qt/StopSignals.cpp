@@ -44,6 +44,7 @@ void OnStopSignal(QObject* context, const std::function<void()>& stop) {
     std::signal(SIGINT, WriteByte);
     if (std::signal(SIGHUP, WriteByte) == SIG_IGN) // it is to outlive its terminal
         std::signal(SIGHUP, SIG_IGN);
+    std::signal(SIGPIPE, SIG_IGN); // a warning may find its reader gone
 }
 
 #endif
