@@ -253,13 +253,15 @@ protected:
         return *at;
     }
 
-    // What plays ends by itself, and its device is closed a while later, which gives back its
-    // memory too. The last need is what it is then, or after the longest wait.
+    // Each stop lets the next wave begin that waits. The device is closed a while after the last
+    // sound, which gives back its memory too. The last need is what it is then, or after the
+    // longest wait.
     void WaitForSilence() {
         MeetTheFoe();
-        LetRead();
         Need& last = Needs.back();
         Becomes([&] {
+            Way->Send("\r\n!!SOUND(Off)!!MUSIC(Off)\r\n");
+            LetRead();
             last.Mb = ResidentMb(Player.Process);
             last.Handles = HandlesOf(Player.Process);
             last.Threads = ThreadsOf(Player.Process);
