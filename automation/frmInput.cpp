@@ -143,7 +143,8 @@ bool frmInput::KeyPress(QKeyEvent* event) {
         return false;
     RunHandler("cboInput_KeyPress", [&character] { cboInput_KeyPress(character); });
     // A letter with Alt is meant for a macro or a menu, and types nothing.
-    return character == 0 || (event->modifiers() == Qt::AltModifier && event->text()[0].isPrint());
+    const Qt::KeyboardModifiers held = event->modifiers() & (Qt::AltModifier | Qt::ControlModifier);
+    return character == 0 || (held == Qt::AltModifier && event->text()[0].isPrint());
 }
 
 namespace cboInput {

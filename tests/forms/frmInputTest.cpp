@@ -392,8 +392,17 @@ TEST_F(FrmInputTest, AltAndALetterOfAnotherScriptPlayTheMacroOfItsPlace) {
 }
 
 TEST_F(FrmInputTest, AltAndALetterWithoutMenuOrMacroTypeNothing) {
-    Press(Qt::Key_X, Qt::AltModifier);
-    EXPECT_EQ(Typed(), "");
+    for (const Qt::KeyboardModifiers more :
+         {Qt::NoModifier, Qt::ShiftModifier, Qt::KeypadModifier}) {
+        Press(Qt::Key_X, Qt::AltModifier | more);
+        EXPECT_EQ(Typed(), "");
+    }
+}
+
+// Windows gives AltGr, by which some keyboards type, as both.
+TEST_F(FrmInputTest, AltAndCtrlTogetherType) {
+    Key(QEvent::KeyPress, Qt::Key_At, "@", Qt::AltModifier | Qt::ControlModifier);
+    EXPECT_EQ(Typed(), "@");
 }
 
 // Else the menu bar would take the focus, and the key would count as held from then on.
