@@ -380,7 +380,10 @@ void ShowFrame() {
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, frame, &QObject::deleteLater);
     frame->show();
     ShowUpdatePrompt(); // it stays in front of the frame
-    QTimer::singleShot(0, frame, [] { RunHandler("ConnectAsAsked", ConnectAsAsked); });
+    QTimer::singleShot(0, frame, [] {
+        if (!SavingMode) // told to stop meanwhile
+            RunHandler("ConnectAsAsked", ConnectAsAsked);
+    });
 }
 
 bool FrameIsShown() { return Frame && Frame->isVisible(); }
