@@ -116,8 +116,12 @@ QLabel* LabelOf(SplashLabel label) {
 } // namespace
 
 void SetCaption(SplashLabel label, std::string_view text) {
-    if (Form)
-        LabelOf(label)->setText(ToQString(text));
+    if (!Form)
+        return;
+    LabelOf(label)->setText(ToQString(text));
+    // A stage's work lets no events run, and its name is to be read while it lasts.
+    Form->layout()->activate();
+    Form->repaint();
 }
 
 void SetEnabled(SplashTimer timer, bool enabled) {

@@ -77,6 +77,24 @@ protected:
 
     Files Kept() const { return FilesIn(Folder.Path); }
 
+    // What a label looked like when it was painted last.
+    class Painted : public QObject {
+    public:
+        explicit Painted(QLabel& label) { label.installEventFilter(this); }
+
+        bool eventFilter(QObject* watched, QEvent* event) override {
+            if (event->type() == QEvent::Paint) {
+                const auto& label = static_cast<QLabel&>(*watched);
+                Text = label.text().toStdString();
+                Width = label.width();
+            }
+            return false;
+        }
+
+        std::string Text;
+        int Width = 0;
+    };
+
     static bool FrameShown() { return Window<frmMain>() != nullptr; }
 
     QPointer<frmStartUp> Splash;
@@ -104,6 +122,15 @@ struct TitleLine {
     QColor Colour;
     int Points;
 };
+
+TEST_F(FrmStartUpTest, ShowsWhatIsGoingOnBeforeItsWorkBegins) {
+    Start();
+    QLabel& status = *Splash->lblStatus;
+    Painted painted(status);
+    SetCaption(SplashLabel::lblStatus, "Checking for Updates");
+    EXPECT_EQ(painted.Text, "Checking for Updates");
+    EXPECT_GE(painted.Width, status.sizeHint().width());
+}
 
 TEST_F(FrmStartUpTest, BearsTheTitleInItsColoursAndSizes) {
     Start();
@@ -180,6 +207,15 @@ TEST_F(FrmStartUpTest, ConnectsAtOnceWhenThatWasAskedFor) {
     ASSERT_TRUE(game.HasVisitor());
     EXPECT_EQ(MudList.back().Name, "127.0.0.1");
     EXPECT_EQ(Window<frmMain>()->Chooser->currentText(), "127.0.0.1");
+    EXPECT_EQ(Closer.Texts, Boxes{});
+}
+
+TEST_F(FrmStartUpTest, DoesNotConnectFromAFrameThatIsToldToStopAtOnce) {
+    ConnectAtStart = "Nowhere";
+    MudList.push_back({"Quillmere", "127.0.0.1", 1234});
+    ShowFrame();
+    UnloadFrame();
+    QCoreApplication::processEvents();
     EXPECT_EQ(Closer.Texts, Boxes{});
 }
 
