@@ -7,6 +7,7 @@
 #include "base/Globals.h"
 #include "ui/InputControls.h"
 #include "ui/qt/BoxNames.h"
+#include "ui/qt/ChoiceBox.h"
 #include "ui/qt/EventBoundary.h"
 #include "ui/qt/KeyCodes.h"
 #include "ui/qt/OneLine.h"
@@ -42,7 +43,7 @@ bool IsMenuKey(const QKeyEvent& event) {
            !KeyHasMacro(event);
 }
 
-frmInput::frmInput(QWidget* parent) : QWidget(parent), cboInput(new QComboBox(this)) {
+frmInput::frmInput(QWidget* parent) : QWidget(parent), cboInput(new ChoiceBox(this)) {
     cboInput->setObjectName("cboInput");
     cboInput->setEditable(true);
     cboInput->setInsertPolicy(QComboBox::NoInsert);
@@ -99,8 +100,6 @@ bool frmInput::eventFilter(QObject* watched, QEvent* event) {
             LastKeyWasEnter = false;
         return false;
     }
-    case QEvent::Wheel: // would page through the history behind the module's back
-        return true;
     default:
         return QWidget::eventFilter(watched, event);
     }

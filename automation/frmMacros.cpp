@@ -1,6 +1,7 @@
 #include "automation/frmMacros.h"
 
 #include "automation/Macros.h"
+#include "ui/qt/ChoiceBox.h"
 #include "ui/qt/EventBoundary.h"
 #include "ui/qt/OneLine.h"
 #include "ui/qt/Text.h"
@@ -31,7 +32,7 @@ void Store(const QLineEdit* box, KeyTable& table, std::size_t code) {
 } // namespace
 
 frmMacros::frmMacros(QWidget* frame)
-    : LockedDialog("frmMacros", tr("Macros"), frame), cboMacro(new QComboBox),
+    : LockedDialog("frmMacros", tr("Macros"), frame), cboMacro(new ChoiceBox),
       cmdNMacro(new QPushButton(tr("&New Macro Set"))), tsbMacros(new QTabWidget),
       cmdDone(new QPushButton(tr("&Done"))) {
     cboMacro->setObjectName("cboMacro");

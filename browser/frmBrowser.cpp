@@ -4,6 +4,7 @@
 #include "browser/Browser.h"
 #include "ui/BrowserControls.h"
 #include "ui/qt/BoxNames.h"
+#include "ui/qt/ChoiceBox.h"
 #include "ui/qt/EventBoundary.h"
 
 #include <QAction>
@@ -75,7 +76,7 @@ PageView* LoadPageView() {
 }
 
 frmBrowser::frmBrowser(PageView* view)
-    : Menu(new QMenuBar(this)), tbrMain(new QToolBar(this)), cboAdd(new QComboBox(this)),
+    : Menu(new QMenuBar(this)), tbrMain(new QToolBar(this)), cboAdd(new ChoiceBox(this)),
       wbrScreen(view), lblWork(new QLabel(this)) {
     Form = this;
     setObjectName("frmBrowser");

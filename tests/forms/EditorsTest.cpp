@@ -408,6 +408,15 @@ TEST_F(MacroEditor, ChoosingAnotherSetDropsWhatWasNotStored) {
     EXPECT_EQ(MacroSets[1].NormKey, (KeyTable{{112, "second"}}));
 }
 
+TEST_F(MacroEditor, TheWheelChoosesNoSet) {
+    MacroSets.push_back(OneMacroSet("Second")[0]);
+    OpenIt();
+    TypeInto(Box("txtF0"), "kept");
+    TurnWheel(Sets(), -120);
+    EXPECT_EQ(CurrentMacroSet, 0);
+    EXPECT_EQ(Box("txtF0")->text(), "kept");
+}
+
 TEST_F(MacroEditor, FillingTheChooserIsNotChoosing) {
     MacroSets.push_back(OneMacroSet("Second")[0]);
     CurrentMacroSet = 1;

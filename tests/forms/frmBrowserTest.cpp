@@ -187,6 +187,14 @@ TEST_F(EntryList, IsOpenedAndChosenFromByKeys) {
     EXPECT_EQ(List().size(), 2u);
 }
 
+TEST_F(EntryList, IsLeftAloneByTheWheel) {
+    OpenWithTwoEntries();
+    Browser->cboAdd->setCurrentIndex(1);
+    TurnWheel(Browser->cboAdd, 120);
+    EXPECT_EQ(Browser->cboAdd->currentIndex(), 1);
+    EXPECT_EQ(Box(), Web.Address("/third"));
+}
+
 TEST_F(EntryList, TakesTheSameEntryAgain) {
     OpenWithTwoEntries();
     Click("Home");

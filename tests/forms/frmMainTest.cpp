@@ -230,6 +230,13 @@ TEST_F(FrmMainTest, ChoosingAGameShowsItsAddressAndPort) {
     EXPECT_EQ(Frame->lblPort->text(), "4000");
 }
 
+TEST_F(FrmMainTest, TheWheelChoosesNoGame) {
+    AddGame("Second", 4000);
+    TurnWheel(Frame->Chooser, -120);
+    EXPECT_EQ(CurrentMud, 0);
+    EXPECT_EQ(Frame->Chooser->currentIndex(), 0);
+}
+
 TEST_F(FrmMainTest, AGamesNameIsShownAsItIs) {
     AddGame("<b>Caf\xE9</b> & Co", 4000);
     CurrentMud = 1;

@@ -2,11 +2,11 @@
 // implement cboMud of ui/FrameControls.h.
 #pragma once
 
-#include <QComboBox>
+#include "ui/qt/ChoiceBox.h"
 
 namespace mw {
 
-class MudCombo : public QComboBox {
+class MudCombo : public ChoiceBox {
     Q_OBJECT
 
 public:
