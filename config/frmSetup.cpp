@@ -35,9 +35,12 @@ std::int32_t ToClient(const QColor& colour) {
 }
 
 // A family that is not installed is replaced by one whose letters have one width, as in the output.
+// Without its style's name the chooser would mark another one.
 QFont FontOf(const FontChoice& choice) {
     QFont font = OutputFont(choice.Name, choice.Size);
-    font.setFamily(QFontInfo(font).family());
+    const QFontInfo found(font);
+    font.setFamily(found.family());
+    font.setStyleName(found.styleName());
     return font;
 }
 

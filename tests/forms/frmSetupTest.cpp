@@ -275,6 +275,7 @@ TEST_F(SetupDialog, TheFontChooserBeginsWithTheFontOfTheOutput) {
     ASSERT_EQ(Chooser.FirstFonts.size(), 1u);
     EXPECT_EQ(Chooser.FirstFonts[0].family().toStdString(), FamilyOfThisMachine());
     EXPECT_EQ(Chooser.FirstFonts[0].pointSize(), 17);
+    EXPECT_EQ(Chooser.FirstFonts[0].style(), QFont::StyleNormal);
 }
 
 TEST_F(SetupDialog, TheChosenFontIsTheFontOfNewOutput) {
