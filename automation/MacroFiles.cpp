@@ -24,8 +24,6 @@ constexpr std::array<KeyWord, 4> kKeyWords = {{
     {"ShiftKey", &MacroSet::ShiftKey},
 }};
 
-std::string FileName(const std::string& setName) { return "Macros\\" + setName + ".mco"; }
-
 std::int16_t ReadKeyIndex(std::string_view keyWord, const std::string& line) {
     const std::size_t equals = line.find('=');
     const std::string code = equals == std::string::npos
@@ -158,19 +156,20 @@ std::string ReadReaction(LineReader& reader) {
 std::size_t LoadMacroSet(const std::string& name, std::int16_t index) {
     if (!IsFileName(name))
         return 0;
-    if (IsAbsent(FileName(name))) {
+    if (IsAbsent(MacroFileName(name))) {
         SaveMacroSet(name, index);
         return 0;
     }
     const auto position = static_cast<std::size_t>(index);
-    const std::string text = ReadFile(FileName(name));
+    const std::string text = ReadFile(MacroFileName(name));
     MacroSets.at(position) = ParseMacroSet(text, MacroSets.at(position));
     return text.size();
 }
 
 void SaveMacroSet(const std::string& name, std::int16_t index) {
     if (IsFileName(name))
-        WriteFile(FileName(name), FormatMacroSet(MacroSets.at(static_cast<std::size_t>(index))));
+        WriteFile(MacroFileName(name),
+                  FormatMacroSet(MacroSets.at(static_cast<std::size_t>(index))));
 }
 
 void LoadAllMacroSets() {

@@ -5,6 +5,7 @@
 #include "ui/MessageBox.h"
 
 #include <algorithm>
+#include <cctype>
 #include <limits>
 #include <utility>
 
@@ -20,6 +21,24 @@ std::uint8_t KeyIndex(std::int16_t code) {
     if (code < 0 || code > 255)
         Raise(SubscriptOutOfRange, "KeyTable");
     return static_cast<std::uint8_t>(code);
+}
+
+// What is left of a set's name at the last when it is read back, time after time.
+std::string_view LastName(std::string_view name) { return name.substr(name.rfind('=') + 1); }
+
+// As the file systems have it that take "Hunt.mco" and "hunt.mco" for one.
+bool IsOneFile(std::string_view name, std::string_view other) {
+    return std::equal(name.begin(), name.end(), other.begin(), other.end(), [](char a, char b) {
+        return std::tolower(static_cast<unsigned char>(a)) ==
+               std::tolower(static_cast<unsigned char>(b));
+    });
+}
+
+// Also where the client's folder lies on a stick, whose file system takes less.
+bool CanBeAFile(std::string_view name) {
+    return IsFileName(name) && IsFileName(LastName(name)) && !name.starts_with('[') &&
+           name.find("=[") == std::string_view::npos &&
+           name.find_first_of("?*<>\"|") == std::string_view::npos;
 }
 
 } // namespace
@@ -66,6 +85,8 @@ std::int16_t NextIndex(std::size_t size) {
     return static_cast<std::int16_t>(size);
 }
 
+std::string MacroFileName(const std::string& setName) { return "Macros\\" + setName + ".mco"; }
+
 bool MayAddMacroSet() {
     // Meant: the test lets a 22nd set in although the text says 20.
     constexpr std::size_t kLargestUpperBound = 20;
@@ -78,14 +99,20 @@ bool MayAddMacroSet() {
 bool AddMacroSet(const std::string& name) {
     if (name.empty() || name == " ")
         return false;
-    // A name that is read back begins behind a "=".
-    if (!IsFileName(name) || name.starts_with('[') || name.find("=[") != std::string::npos) {
+    if (!CanBeAFile(name)) {
         ShowMessage("This name can't be the name of a file. Please choose another one.");
         return false;
     }
-    if (std::any_of(MacroSets.begin(), MacroSets.end(),
-                    [&](const MacroSet& set) { return set.Name == name; })) {
+    const auto isTaken = [last = LastName(name)](const MacroSet& set) {
+        return IsOneFile(LastName(set.Name), last);
+    };
+    if (std::any_of(MacroSets.begin(), MacroSets.end(), isTaken)) {
         ShowMessage("There is a macro set of this name already. Please choose another one.");
+        return false;
+    }
+    if (!IsAbsent(MacroFileName(name))) {
+        ShowMessage("There is a file of this name in the folder Macros. Please choose another "
+                    "one.");
         return false;
     }
     MacroSets.push_back(OneMacroSet(name)[0]);

@@ -95,11 +95,14 @@ std::int16_t NextIndex(std::size_t size);
 // purpose.
 bool MayAddMacroSet();
 
-// Adds an empty set of that name and makes it the current one. An empty name or a single blank
-// adds nothing; one that can't be a file's, or begins with "[" as a section does, or would when it
-// is read back, is refused with a message, and so is that of another set, whose file it would take.
-// Returns whether a set was added. When the name is read back it has lost all up to its first "=",
-// on purpose.
+// The file of a set, below the application folder.
+std::string MacroFileName(const std::string& setName);
+
+// Adds an empty set of that name and makes it the current one. Returns whether a set was added. An
+// empty name or a single blank adds nothing. When the name is read back it has lost all up to its
+// first "=", on purpose; so one is refused with a message that can't be a file's, or begins with
+// "[" as a section does, or would when it is read back; and so is that of another set, whose file
+// it would take then or now, and that of a file which no set has.
 bool AddMacroSet(const std::string& name);
 
 // Makes a set the current one. Raises Subscript out of range when there is none at index.

@@ -309,6 +309,15 @@ TEST_F(MacroFile, ARefusedFileLeavesTheSetAndTheFileAlone) {
     EXPECT_EQ(Folder.ContentOf("Macros/Default.mco"), bad);
 }
 
+TEST_F(MacroFile, AFileThatNoSetHasIsLeftAloneByANewSet) {
+    Folder.MakeFile("Macros/Hunt.mco");
+    EXPECT_FALSE(AddMacroSet("Hunt"));
+    EXPECT_EQ(MacroSets.size(), 1u);
+    EXPECT_EQ(fakes::Messages, (Texts{"There is a file of this name in the folder Macros. Please "
+                                      "choose another one."}));
+    EXPECT_TRUE(AddMacroSet("Hunter"));
+}
+
 TEST_F(MacroFile, AllSetsAreSavedOverTheirOldFiles) {
     WriteFile("Macros\\Example.mco", "old");
     MacroSets = {ExampleSet(), Named("Other")};
