@@ -153,6 +153,9 @@ void WriteFile(const std::string& name, std::string_view contents) {
     ClearTheWay(neighbour);
     std::error_code failure;
     if (WriteSynced(neighbour, contents)) {
+        const fs::file_status old = fs::status(path, failure);
+        if (fs::is_regular_file(old)) // who may read it is the player's choice
+            fs::permissions(neighbour, old.permissions() | fs::perms::owner_write, failure);
 #ifdef _WIN32
         MakeWritable(path); // here a rename does not replace a read-only file
 #endif

@@ -56,6 +56,15 @@ TEST_F(WholeFiles, WritingReplacesAReadOnlyFile) {
     EXPECT_EQ(ReadFile("f"), "new");
 }
 
+TEST_F(WholeFiles, WritingLeavesTheFileToThoseWhoMayReadIt) {
+    WriteFile("f", "old");
+    for (const fs::perms mode : {fs::perms{0600}, fs::perms{0640}, fs::perms{0666}}) {
+        fs::permissions(Folder.Path / "f", mode);
+        WriteFile("f", "new");
+        EXPECT_EQ(fs::status(Folder.Path / "f").permissions(), mode);
+    }
+}
+
 TEST_F(WholeFiles, WritingLeavesNothingBesideTheFile) {
     WriteFile("f", "new");
     EXPECT_EQ(Count(), 1u);
