@@ -178,6 +178,8 @@ void frmMain::changeEvent(QEvent* event) {
 }
 
 void frmMain::ShowOutput() {
+    if (Output && Output->parentWidget()->isHidden())
+        delete Output->parentWidget(); // just closed, and to be deleted soon
     if (Output) {
         ClientArea->setActiveSubWindow(ClientArea->subWindowList().value(0));
         return;
@@ -347,8 +349,11 @@ namespace stsBar {
 void SetPanel(Panel panel, std::string_view text) {
     if (!Frame)
         return;
-    Frame->Panels[panel - 1]->setText(ToQString(text));
-    Frame->Panels[panel - 1]->setToolTip(ToQString(text).toHtmlEscaped()); // it may be cut
+    QString line = ToQString(text);
+    for (QChar& character : line)
+        character = character < ' ' ? QChar(' ') : character; // a server's line breaks among them
+    Frame->Panels[panel - 1]->setText(line);
+    Frame->Panels[panel - 1]->setToolTip(line.toHtmlEscaped()); // it may be cut
 }
 
 } // namespace stsBar

@@ -230,6 +230,22 @@ TEST_F(FrmMainTest, ChoosingAGameShowsItsAddressAndPort) {
     EXPECT_EQ(Frame->lblPort->text(), "4000");
 }
 
+TEST_F(FrmMainTest, ConnectsInANewWindowWhenTheOldOneWasClosedInTheSameTurn) {
+    QTest::mouseClick(Frame->closeOutput, Qt::LeftButton);
+    Connect();
+    EXPECT_TRUE(Output()->isVisible());
+    Receive("Welcome");
+    EXPECT_TRUE(Frame->closeOutput->isVisible());
+}
+
+TEST_F(FrmMainTest, LineBreaksInAPanelDoNotMakeTheFrameHigher) {
+    const int height = Frame->minimumSizeHint().height();
+    stsBar::SetPanel(stsBar::NoticePanel, "Not\r\n" + std::string(2000, '\n') + "downloaded");
+    EXPECT_EQ(Frame->minimumSizeHint().height(), height);
+    EXPECT_EQ(Frame->Panels[1]->toolTip().count('\n'), 0);
+    EXPECT_TRUE(Panel(2).starts_with("Not  "));
+}
+
 TEST_F(FrmMainTest, TheWheelChoosesNoGame) {
     AddGame("Second", 4000);
     TurnWheel(Frame->Chooser, -120);
