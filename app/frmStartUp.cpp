@@ -60,7 +60,8 @@ frmStartUp::frmStartUp() : QWidget(nullptr, Qt::SplashScreen), rtbTitle(new QLab
     lblDots = AddLabel(row, "lblDots", Qt::AlignLeft);
     row->addStretch(1);
     lblStatus = AddLabel(row, "lblStatus", Qt::AlignRight);
-    setFixedSize(380, 230);
+    const int line = fontMetrics().height();
+    setFixedSize(std::max(380, 24 * line), std::max(230, 14 * line));
     move(QGuiApplication::primaryScreen()->availableGeometry().center() - rect().center());
 
     timerLoad.setInterval(kLoadInterval);

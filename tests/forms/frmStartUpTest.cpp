@@ -423,6 +423,25 @@ TEST_F(FrmStartUpTest, SavingItWritesStageByStageAndEndsTheProgram) {
     EXPECT_TRUE(Splash->isVisible()) << "it stays until the program has gone";
 }
 
+TEST_F(FrmStartUpTest, HasRoomForItsTextsInALargeFont) {
+    const QFont before = QApplication::font();
+    for (const int points : {11, 14, 20}) {
+        QFont font = before;
+        font.setPointSize(points);
+        QApplication::setFont(font);
+        ShowSavingSplash();
+        for (const auto& [label, text] :
+             {std::pair{SplashLabel::lblUpdateText,
+                        "There is a new version of the client available"},
+              {SplashLabel::lblStatus, "Checking for Updates"}})
+            SetCaption(label, text);
+        for (const QLabel* const label : {Splash->lblUpdateText, Splash->lblStatus})
+            EXPECT_GE(label->width(), label->sizeHint().width()) << points;
+        delete Splash;
+    }
+    QApplication::setFont(before);
+}
+
 TEST_F(FrmStartUpTest, ALongStatusDoesNotWidenIt) {
     Start();
     const QSize size = Splash->size();
