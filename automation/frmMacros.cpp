@@ -37,7 +37,6 @@ frmMacros::frmMacros(QWidget* frame)
       cmdDone(new QPushButton(tr("&Done"))) {
     cboMacro->setObjectName("cboMacro");
     cmdNMacro->setObjectName("cmdNMacro");
-    cmdNMacro->setAutoDefault(false);
     tsbMacros->setObjectName("tsbMacros");
     cmdDone->setObjectName("cmdDone");
     cmdDone->setDefault(true);

@@ -182,6 +182,15 @@ const Port kPorts[] = {
 INSTANTIATE_TEST_SUITE_P(AddMud, Ports, testing::ValuesIn(kPorts),
                          [](const auto& row) { return row.param.Name; });
 
+TEST_F(AddDialog, EnterOnCancelAddsNothing) {
+    OpenIt();
+    Fill("Fourth", "fourth.example", "1");
+    Button("cmdCancel")->setFocus();
+    QTest::keyClick(Button("cmdCancel"), Qt::Key_Return);
+    EXPECT_TRUE(Closed());
+    EXPECT_EQ(MudList.size(), 3u);
+}
+
 TEST_F(AddDialog, EnterAdds) {
     for (const char* box : {"txtmName", "txtmAddress", "txtmPort"}) {
         const std::size_t count = MudList.size();

@@ -232,6 +232,15 @@ TEST_F(FrmUpdateTest, EnterSaysYes) {
     EXPECT_EQ(browser.Addresses.size(), 1u);
 }
 
+TEST_F(FrmUpdateTest, EnterOnNoSaysNo) {
+    const forms::OpenedPages browser;
+    Announce();
+    Prompt->cmdNo->setFocus();
+    QTest::keyClick(Prompt->cmdNo, Qt::Key_Return);
+    EXPECT_TRUE(Closed());
+    EXPECT_EQ(browser.Addresses.size(), 0u);
+}
+
 TEST_F(FrmUpdateTest, AnAnswerKeepsTheVersionThatWasPublishedThen) {
     Check("2");
     ASSERT_NE(Prompt, nullptr);
