@@ -59,11 +59,13 @@ bool frmAlias::eventFilter(QObject* watched, QEvent* event) {
 
 // A line break would make the set's file unreadable.
 void frmAlias::KeepOnOneLine() {
-    QString text = Action->toPlainText();
-    if (!text.contains('\n'))
+    const QString text = Action->document()->toRawText();
+    QString line = text;
+    line.replace(QChar::ParagraphSeparator, ' ').replace(QChar::LineSeparator, ' ');
+    if (line == text)
         return;
     const int caret = Action->textCursor().position();
-    Action->setPlainText(text.replace('\n', ' '));
+    Action->setPlainText(line);
     QTextCursor cursor = Action->textCursor();
     cursor.setPosition(caret);
     Action->setTextCursor(cursor);

@@ -10,9 +10,13 @@
 namespace mw {
 namespace {
 
-// The box breaks lines with LF, the table keeps CR LF.
+// The table breaks lines with CR LF. The box's plain text would have a blank for each blank that
+// does not break a line.
 std::string ActionText(const QPlainTextEdit* box) {
-    return FromQString(box->toPlainText().replace('\n', QStringLiteral("\r\n")));
+    return FromQString(box->document()
+                           ->toRawText()
+                           .replace(QChar::ParagraphSeparator, QStringLiteral("\r\n"))
+                           .replace(QChar::LineSeparator, QStringLiteral("\r\n")));
 }
 
 QString BoxText(const std::string& action) {

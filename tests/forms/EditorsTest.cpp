@@ -51,6 +51,15 @@ TEST_F(AliasEditor, LocksTheFrameWhileItIsUp) {
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
+TEST_F(AliasEditor, KeepsABlankThatBreaksNoLine) {
+    OpenIt();
+    Click("cmdNew");
+    TypeInto(Alias(), "bonjour");
+    Action()->setPlainText(QString::fromLatin1("bonjour\xA0!\ntout"));
+    Click("cmdAdd");
+    EXPECT_EQ(CurrentSet().Aliases[0].Replace, "bonjour\xA0! tout");
+}
+
 TEST_F(AliasEditor, WithoutASelectionOnlyNewAndTheWaysOutCanBeUsed) {
     OpenIt();
     EXPECT_TRUE(Button("cmdNew")->isEnabled());
@@ -235,6 +244,15 @@ protected:
 
 using Triggers = std::vector<TriggerEntry>;
 
+TEST_F(TriggerEditor, KeepsABlankThatBreaksNoLine) {
+    OpenIt();
+    Click("cmdNew");
+    TypeInto(Trigger(), "bonjour");
+    Action()->setPlainText(QString::fromLatin1("bonjour\xA0!\ntout"));
+    Click("cmdAdd");
+    EXPECT_EQ(CurrentSet().Triggers.Entries()[0].React, "bonjour\xA0!\r\ntout");
+}
+
 TEST_F(TriggerEditor, AddsAReactionOfSeveralLinesWithoutTildes) {
     OpenIt();
     Click("cmdNew");
@@ -406,6 +424,17 @@ TEST_F(MacroEditor, ChoosingAnotherSetDropsWhatWasNotStored) {
     Click("cmdDone");
     EXPECT_TRUE(MacroSets[0].NormKey.empty());
     EXPECT_EQ(MacroSets[1].NormKey, (KeyTable{{112, "second"}}));
+}
+
+TEST_F(MacroEditor, IsNoWiderForALongName) {
+    OpenIt();
+    const int width = Dialog->width();
+    Click("cmdDone");
+    ASSERT_TRUE(Closed());
+    MacroSets[0].Name = std::string(100, 'W');
+    OpenIt();
+    EXPECT_EQ(Sets()->currentText(), QString(100, 'W'));
+    EXPECT_EQ(Dialog->width(), width);
 }
 
 TEST_F(MacroEditor, TheWheelChoosesNoSet) {

@@ -1,5 +1,5 @@
-// A combo box that the mouse wheel leaves as it is: it is turned to scroll, wherever the pointer
-// is.
+// A combo box that the mouse wheel leaves as it is, since the wheel is turned to scroll, wherever
+// the pointer is. Its entries do not widen it, however long they are.
 #pragma once
 
 #include <QComboBox>
@@ -9,7 +9,9 @@ namespace mw {
 
 class ChoiceBox : public QComboBox {
 public:
-    using QComboBox::QComboBox;
+    explicit ChoiceBox(QWidget* parent = nullptr) : QComboBox(parent) {
+        setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
+    }
 
 protected:
     void wheelEvent(QWheelEvent* event) override { event->ignore(); }

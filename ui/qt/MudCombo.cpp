@@ -14,7 +14,6 @@ MudCombo::MudCombo() {
     setObjectName("cboMud");
     setAccessibleName(tr("Mud"));
     setMinimumWidth(180);
-    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     if (!Choosers.isEmpty()) {
         setModel(Choosers.first()->model());
         setCurrentIndex(Choosers.first()->currentIndex());
