@@ -97,6 +97,7 @@ QWidget* frmSetup::MakeFonts() {
     lblFontName = new QLabel;
     lblFontName->setObjectName("lblFontName");
     lblFontName->setTextFormat(Qt::PlainText);
+    lblFontName->setMaximumWidth(400); // a longer name is cut
     lblFontSize = new QLabel;
     lblFontSize->setObjectName("lblFontSize");
     lblFontSize->setTextFormat(Qt::PlainText);

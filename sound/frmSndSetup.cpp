@@ -16,6 +16,7 @@ frmSndSetup::frmSndSetup(QWidget* frame) : LockedDialog("frmSndSetup", tr("Sound
     auto* const column = new QVBoxLayout(this);
     auto* const game = new QLabel(tr("Sounds of %1").arg(ToQString(MudAt(CurrentMud).Name)));
     game->setTextFormat(Qt::PlainText);
+    game->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // may be cut, never widens
     column->addWidget(game);
     column->addSpacing(6);
     chkMSP = AddBox(column, "chkMSP", tr("&Enable MSP"), chkMSP_Click);

@@ -83,6 +83,12 @@ protected:
     }
 };
 
+TEST_F(SoundDialog, IsNoWiderForALongName) {
+    MudList[0].Name = std::string(1000, 'W');
+    OpenIt();
+    EXPECT_EQ(Dialog->width(), 320);
+}
+
 TEST_F(SoundDialog, LooksLikeThis) {
     MudList[0].Name = "Test & <b>mere</b>";
     OpenWith({true, true, false, true});

@@ -294,6 +294,12 @@ TEST_F(SetupDialog, TheChosenFontIsTheFontOfNewOutput) {
     EXPECT_EQ(LastFormat().font().family().toStdString(), FamilyOfThisMachine());
 }
 
+TEST_F(SetupDialog, IsNoWiderForALongNameThanTheScreen) {
+    OutputFontName = std::string(3000, 'W');
+    OpenIt();
+    EXPECT_LE(Dialog->minimumSizeHint().width(), 1000);
+}
+
 TEST_F(SetupDialog, TheNameIsShownInTheSizeOfTheOutput) {
     OpenIt();
     Chooser.OnFonts = Takes(QFont(ToQString(FamilyOfThisMachine()), 201));
