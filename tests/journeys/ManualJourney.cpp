@@ -170,7 +170,7 @@ TEST_F(Manual, ShowsTheEditors) {
     OpenEditor(Player, "a", kAliases);
     AddEntry(Player, "gb", "get bread");
     AddEntry(Player, "tt", "tell");
-    Player.Press({"shift+Tab", "Home"});
+    Player.Press({"shift+Tab", "shift+Tab", "Home"});
     Picture("aliases", kAliases);
     LeaveDialog("Escape", kAliases);
 
