@@ -143,6 +143,17 @@ TEST_F(TransferTest, GoesByTheSystemsProxy) {
     qputenv("no_proxy", direct);
 }
 
+// The look-up lasts as long as its file.
+TEST_F(TransferTest, EndsAtOnceWhileItsHostIsLookedUp) {
+    const QTemporaryDir folder;
+    const QString lookup = folder.filePath("lookup");
+    qputenv("QUILLMERE_HELD_LOOKUP", lookup.toLocal8Bit());
+    Execute({"http://held.test/rain.wav", "", "", kRange});
+    ASSERT_TRUE(WaitFor([&] { return QFile::exists(lookup); }));
+    inet::Cancel(kFirst);
+    EXPECT_TRUE(QFile::remove(lookup)) << "the transfer waited for the look-up";
+}
+
 TEST_F(TransferTest, AsksOnceWhenTheServerClosesWithoutAByte) {
     GetFrom(Says(""));
     EXPECT_EQ(Header(), "");

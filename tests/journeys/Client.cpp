@@ -100,6 +100,13 @@ void Client::Keep(const KeptPlace& place) const {
     PutFile(SettingsFile(), store.toJson().toStdString());
 }
 
+void Client::HoldLookups() {
+    Set("LD_PRELOAD", HELD_LOOKUP);
+    Set("QUILLMERE_HELD_LOOKUP", HeldLookup());
+}
+
+QString Client::HeldLookup() const { return Folder.filePath("lookup"); }
+
 QString Client::SettingsFile() const { return Folder.filePath("config/quillmere/registry.json"); }
 
 void Client::Launch(const QStringList& arguments) {

@@ -39,6 +39,10 @@ struct Client {
     void Keep(const KeptPlace& place) const;                 // in its settings
     QString SettingsFile() const;
 
+    // A look-up of the host "held.test" makes this file, and lasts until it is removed.
+    void HoldLookups();
+    QString HeldLookup() const;
+
     // Starts the program in its home folder: what was built, or QUILLMERE_PROGRAM.
     void Launch(const QStringList& arguments = {});
 

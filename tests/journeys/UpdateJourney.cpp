@@ -4,6 +4,7 @@
 #include "Wait.h"
 #include "World.h"
 
+#include <QFile>
 #include <QHostAddress>
 #include <QNetworkProxy>
 #include <QSettings>
@@ -120,6 +121,15 @@ TEST_F(Update, OfAServerThatNeverAnswersIsNotWaitedForLong) {
     Player.WaitForFrame();
     EXPECT_TRUE(Player.Windows(kPrompt).isEmpty());
     Stop();
+}
+
+TEST_F(Update, OfAHostThatIsLookedUpForLongIsNotWaitedForLong) {
+    Player.HoldLookups();
+    Player.Set("QUILLMERE_WEB_ROOT", "http://held.test");
+    Player.Start();
+    EXPECT_TRUE(Player.Windows(kPrompt).isEmpty());
+    Stop();
+    EXPECT_TRUE(QFile::exists(Player.HeldLookup())) << "the start or the stop waited for it";
 }
 
 } // namespace

@@ -37,6 +37,7 @@ std::optional<std::string> inetVersion::OpenURL(const std::string& url) {
     set(CURLOPT_FAILONERROR, 1L);
     set(CURLOPT_NOSIGNAL, 1L);
     set(CURLOPT_TIMEOUT_MS, kLimitMs);
+    set(CURLOPT_QUICK_EXIT, 1L); // leaves the thread of a look-up that lasts longer to itself
     set(CURLOPT_WRITEFUNCTION, KeepBytes);
     set(CURLOPT_WRITEDATA, &body);
     if (curl_easy_perform(transfer.get()) != CURLE_OK)

@@ -136,6 +136,7 @@ void SetOptions(Transfer& transfer, const inet::Request& request) {
     set(CURLOPT_HTTP_VERSION,
         static_cast<long>(CURL_HTTP_VERSION_1_1)); // its status lines have texts
     set(CURLOPT_NOSIGNAL, 1L);
+    set(CURLOPT_QUICK_EXIT, 1L); // leaves the thread of a look-up that lasts to itself
     set(CURLOPT_HEADERFUNCTION, TakeHeaderLine);
     set(CURLOPT_HEADERDATA, &transfer);
     set(CURLOPT_WRITEFUNCTION, TakeBody);
