@@ -23,6 +23,7 @@
 #include <QIcon>
 #include <QPixmapCache>
 #include <QStandardPaths>
+#include <QWidget>
 
 namespace {
 
@@ -46,6 +47,14 @@ void TakeFolder(const QString& folder) {
         mw::ShowMessage("The client runs already with the folder " + mw::FromQString(folder) +
                         ". You can play here too, but nothing will be saved: games, colours, "
                         "macros, triggers, aliases and sounds stay as they are.");
+}
+
+// All is saved, and the application may outlive it: it waits until the host of a game that is being
+// looked up is found or not. The player sees nothing of that, and can start the client again.
+void Leave() {
+    for (QWidget* const window : QApplication::topLevelWidgets())
+        window->hide();
+    mw::UnlockFolder();
 }
 
 // In each size that it was drawn for, so that no desktop has to scale it.
@@ -142,5 +151,6 @@ int main(int argc, char* argv[]) {
         return 1;
     const int status = QApplication::exec();
     mw::FinishSaving();
+    Leave();
     return status;
 }

@@ -81,6 +81,22 @@ TEST_F(FolderLock, IsGivenBackWhenItsHolderIsKilled) {
     EXPECT_TRUE(LockFolder(Path()));
 }
 
+TEST_F(FolderLock, IsGivenBackBeforeTheEnd) {
+    ASSERT_TRUE(LockFolder(Path()));
+    UnlockFolder();
+    UnlockFolder(); // there is nothing more to give back
+    const OtherClient other(Path());
+    EXPECT_TRUE(other.HasFolder);
+}
+
+TEST_F(FolderLock, IsNotGivenBackByOneThatWasRefusedIt) {
+    const OtherClient other(Path());
+    ASSERT_TRUE(other.HasFolder);
+    EXPECT_FALSE(LockFolder(Path()));
+    UnlockFolder();
+    EXPECT_FALSE(LockFolder(Path()));
+}
+
 TEST_F(FolderLock, StaysWithItsHolderWhenOneThatCameSecondIsKilled) {
     ASSERT_TRUE(LockFolder(Path()));
     OtherClient other(Path());

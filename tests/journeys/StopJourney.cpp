@@ -88,5 +88,21 @@ TEST_F(Stop, ByASignalWhileAMessageBoxIsOpen) {
     ExpectToStopAndToSave();
 }
 
+// What looks the host up goes on behind the client's end.
+TEST_F(Stop, WhileTheGamesHostIsLookedUpLeavesNothingInTheWay) {
+    Client next{Screen};
+    next.Home = Player.Home;
+    Player.HoldLookups();
+    Player.Start({"--connect", "held.test:4000"});
+    WaitFor("the look-up", [this] { return QFile::exists(Player.HeldLookup()); });
+    Player.Process.terminate();
+    Player.WaitForSplash();
+    WaitFor("the splash to go", [this] { return !Player.ShowsSplash(); });
+    next.Launch();
+    next.WaitForSplash(); // a box would come before it
+    EXPECT_TRUE(QFile::remove(Player.HeldLookup())) << "the stop waited for the look-up";
+    EXPECT_EQ(Player.WaitForEnd(), 0);
+}
+
 } // namespace
 } // namespace journey

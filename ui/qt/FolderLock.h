@@ -5,8 +5,11 @@
 
 namespace mw {
 
-// Takes folder, which exists, for this program until it ends, however it ends. False when another
-// one has it. True too where the file system knows no locks.
+// Takes folder, which exists, for this program until it gives it back or ends, however it ends.
+// False when another one has it. True too where the file system knows no locks.
 bool LockFolder(const QString& folder);
+
+// Gives back what was taken last.
+void UnlockFolder();
 
 } // namespace mw
