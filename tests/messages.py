@@ -85,7 +85,7 @@ DOORS = r"\b(QMessageBox|QInputDialog|QErrorMessage|QWhatsThis|QProgressDialog|Q
 KNOWN_DOORS = {
     "base/Error.cpp": {"throw Error": 1},
     "config/MRegistry.cpp": {"throw Error": 1},
-    "ui/qt/MessageBox.cpp": {"QMessageBox": 4},
+    "ui/qt/MessageBox.cpp": {"QMessageBox": 5},
     "net/http/frmDownload.cpp": {"QMessageBox": 6},
     "automation/frmMacros.cpp": {"QInputDialog": 2},
     "demo/Server.cpp": {"cerr": 2},

@@ -3,9 +3,13 @@
 #include "base/Error.h"
 #include "forms/GameServer.h"
 #include "forms/MessageBoxes.h"
+#include "forms/WaitFor.h"
 #include "ui/MessageBox.h"
 
 #include <gtest/gtest.h>
+
+#include <QPointer>
+#include <QWidget>
 
 namespace mw {
 namespace {
@@ -85,6 +89,42 @@ TEST_F(EventBoundaryTest, ABoxShowsMarkupAsItIs) {
     ShowMessage("<b>5 < 6</b>\nand \xE9");
     EXPECT_EQ(Closer.Texts, Boxes{"<b>5 < 6</b>\nand \xC3\xA9"});
     EXPECT_EQ(Closer.Formats, std::vector<Qt::TextFormat>{Qt::PlainText});
+}
+
+// A box over a window that is active.
+class BoxOverAWindow : public EventBoundaryTest {
+protected:
+    BoxOverAWindow() {
+        Window->show();
+        EXPECT_TRUE(forms::WaitFor([this] { return QApplication::activeWindow() == Window; }));
+    }
+    ~BoxOverAWindow() override { delete Window; }
+
+    QPointer<QWidget> Window = new QWidget;
+};
+
+TEST_F(BoxOverAWindow, IsShownAgainWhenTheWindowGoesByItself) {
+    Closer.MayClose = [this] {
+        if (!Window)
+            return true;
+        EXPECT_EQ(QApplication::activeModalWidget()->parentWidget(), Window);
+        delete Window;
+        return false;
+    };
+    ShowMessage("text");
+    EXPECT_EQ(Closer.Texts, Boxes{"text"});
+}
+
+TEST_F(BoxOverAWindow, IsNotShownAgainWhenBothAreClosed) {
+    int boxes = 0;
+    Closer.MayClose = [&] {
+        ++boxes;
+        QApplication::activeModalWidget()->close();
+        delete Window;
+        return false;
+    };
+    ShowMessage("text");
+    EXPECT_EQ(boxes, 1);
 }
 
 } // namespace

@@ -4,14 +4,23 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPointer>
 
 namespace mw {
 
+// A window that goes by itself takes the box that stands over it along; that is shown again then,
+// as the player has not closed it.
 void ShowMessage(std::string_view text) {
-    QMessageBox box(QMessageBox::Information, QStringLiteral("Quillmere Mud Client"),
-                    ToQString(text), QMessageBox::Ok, QApplication::activeWindow());
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
+    bool isClosed = false;
+    QPointer<QMessageBox> box;
+    while (!box && !isClosed) {
+        box = new QMessageBox(QMessageBox::Information, QStringLiteral("Quillmere Mud Client"),
+                              ToQString(text), QMessageBox::Ok, QApplication::activeWindow());
+        box->setTextFormat(Qt::PlainText);
+        QObject::connect(box, &QDialog::finished, box, [&isClosed] { isClosed = true; });
+        box->exec();
+    }
+    delete box;
 }
 
 } // namespace mw
