@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 // In the file system's own units, of which it takes 255: room for an extension is left.
 constexpr std::size_t kLongestFileName = 240;
 
-constexpr std::size_t kLongestShown = 4096; // characters; a box of more is higher than a screen
+constexpr std::size_t kLongestShown = 4096; // characters; a box shows what of them fits its screen
 
 fs::path RelativePath(std::string name) {
     std::replace(name.begin(), name.end(), '\\', static_cast<char>(fs::path::preferred_separator));

@@ -5,6 +5,7 @@
 #include "ui/DownloadControls.h"
 #include "ui/qt/Buttons.h"
 #include "ui/qt/EventBoundary.h"
+#include "ui/qt/ShownText.h"
 #include "ui/qt/Text.h"
 
 #include <QCloseEvent>
@@ -105,7 +106,7 @@ void ShowWebBox(const std::string& text, bool isError) {
     Box =
         new QMessageBox(isError ? QMessageBox::Critical : QMessageBox::Information,
                         isError ? QStringLiteral("Error") : QStringLiteral("Quillmere Mud Client"),
-                        ToQString(text), QMessageBox::Ok);
+                        ShownText(ToQString(text)), QMessageBox::Ok);
     Box->setTextFormat(Qt::PlainText);
     Box->setAttribute(Qt::WA_DeleteOnClose);
     Box->setModal(false);

@@ -282,6 +282,16 @@ TEST_P(Refusals, AreToldInOneBoxAndCloseTheWindowBehindIt) {
     EXPECT_EQ(BusySlots(), "0");
 }
 
+// The first line goes to the first CR.
+TEST_F(DownloadWindow, ARefusalOfAThousandLinesLeavesItsBoxOnTheScreen) {
+    FetchFrom(Says("HTTP/1.1 500 X\n" + Repeated("a:\n", 1300) + "b: \r\n\r\n"));
+    ASSERT_NE(OpenBox(), nullptr);
+    EXPECT_LT(OpenBox()->height(), QGuiApplication::primaryScreen()->availableGeometry().height());
+    const std::string text = CloseBox().Text;
+    EXPECT_TRUE(text.starts_with(kOther + "HTTP/1.1 500 X\na:\na:\n")) << text;
+    EXPECT_TRUE(text.ends_with("...")) << text;
+}
+
 const Refusal kRefusals[] = {
     {"NoContent", Says("HTTP/1.1 204 No Content\r\n\r\n"), "Nothing to download!"},
     {"Unauthorized", Says("HTTP/1.1 401 Unauthorized\r\nWWW-Authenticate: Basic\r\n\r\n"),

@@ -2,19 +2,25 @@
 
 #include "base/Error.h"
 #include "forms/GameServer.h"
+#include "forms/HttpTexts.h"
 #include "forms/MessageBoxes.h"
 #include "forms/WaitFor.h"
 #include "ui/MessageBox.h"
 
 #include <gtest/gtest.h>
+#include <ostream>
+#include <string>
 
+#include <QGuiApplication>
 #include <QPointer>
+#include <QScreen>
 #include <QWidget>
 
 namespace mw {
 namespace {
 
 using forms::Boxes;
+using forms::Repeated;
 
 class EventBoundaryTest : public testing::Test {
 protected:
@@ -125,6 +131,47 @@ TEST_F(BoxOverAWindow, IsNotShownAgainWhenBothAreClosed) {
     };
     ShowMessage("text");
     EXPECT_EQ(boxes, 1);
+}
+
+struct LongText {
+    const char* Name;
+    std::string Text;
+};
+
+void PrintTo(const LongText& row, std::ostream* out) { *out << row.Name; }
+
+class LongTexts : public EventBoundaryTest, public testing::WithParamInterface<LongText> {};
+
+TEST_P(LongTexts, AreShownByTheirBeginningInABoxThatFitsOnTheScreen) {
+    int height = 0;
+    Closer.MayClose = [&height] {
+        height = QApplication::activeModalWidget()->height();
+        return true;
+    };
+    ShowMessage("Beginning: " + GetParam().Text);
+    EXPECT_LT(height, QGuiApplication::primaryScreen()->availableGeometry().height() * 3 / 4);
+    ASSERT_EQ(Closer.Texts.size(), 1u);
+    EXPECT_TRUE(Closer.Texts[0].starts_with("Beginning: ")) << Closer.Texts[0];
+    EXPECT_TRUE(Closer.Texts[0].ends_with("...")) << Closer.Texts[0];
+}
+
+const LongText kLongTexts[] = {
+    {"LineFeeds", std::string(1300, '\n')},
+    {"CarriageReturns", std::string(1300, '\r')},
+    {"LineEnds", Repeated("\r\n", 1300)},
+    {"Tabs", std::string(1300, '\t')},
+    {"Words", Repeated("words ", 700)},
+    {"OneWord", std::string(4096, 'x')},
+    {"WideCharacters", std::string(4096, '\x89')},
+};
+
+INSTANTIATE_TEST_SUITE_P(Boxes, LongTexts, testing::ValuesIn(kLongTexts),
+                         [](const auto& row) { return row.param.Name; });
+
+TEST_F(EventBoundaryTest, ABoxShowsAFewLinesWithTheirBreaksAsTheyAre) {
+    const std::string text = "Error Point \r\na\nb\rc\td\r\n";
+    ShowMessage(text);
+    EXPECT_EQ(Closer.Texts, Boxes{text});
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "ui/MessageBox.h"
 
+#include "ui/qt/ShownText.h"
 #include "ui/qt/Text.h"
 
 #include <QApplication>
@@ -15,7 +16,8 @@ void ShowMessage(std::string_view text) {
     QPointer<QMessageBox> box;
     while (!box && !isClosed) {
         box = new QMessageBox(QMessageBox::Information, QStringLiteral("Quillmere Mud Client"),
-                              ToQString(text), QMessageBox::Ok, QApplication::activeWindow());
+                              ShownText(ToQString(text)), QMessageBox::Ok,
+                              QApplication::activeWindow());
         box->setTextFormat(Qt::PlainText);
         QObject::connect(box, &QDialog::finished, box, [&isClosed] { isClosed = true; });
         box->exec();
