@@ -731,6 +731,45 @@ TEST_F(Pages, CutTheirMessagesToAThousandCharacters) {
     EXPECT_EQ(Closer.Texts, (forms::Boxes{std::string(1000, 'a'), std::string(1000, 'b')}));
 }
 
+struct LongMessage {
+    const char* Name;
+    const char* Text; // in the page's script
+};
+
+void PrintTo(const LongMessage& row, std::ostream* out) { *out << row.Name; }
+
+class LongMessages : public Pages, public testing::WithParamInterface<LongMessage> {};
+
+TEST_P(LongMessages, LeaveTheirBoxesOnTheScreen) {
+    std::vector<QSize> sizes;
+    QTimer closer;
+    QObject::connect(&closer, &QTimer::timeout, &closer, [&sizes] {
+        if (auto* const box = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+            sizes.push_back(box->size());
+            box->reject();
+        }
+    });
+    closer.start(2);
+    Closer.MayClose = [] { return false; };
+    ScriptSays("const text = '" + std::string(GetParam().Text) +
+                   "'.repeat(1000); alert(text); confirm(text); prompt(text); say('went on');",
+               "went on");
+    EXPECT_EQ(sizes.size(), 3u);
+    const QSize screen = QGuiApplication::primaryScreen()->availableSize();
+    for (const QSize& size : sizes) {
+        EXPECT_LE(size.width(), screen.width());
+        EXPECT_LT(size.height(), screen.height());
+    }
+}
+
+const LongMessage kLongMessages[] = {
+    {"LineFeeds", "\\n"}, {"CarriageReturns", "\\r"}, {"Tabs", "\\t"},
+    {"Words", "words "},  {"OneWord", "W"},           {"Markup", "<br>"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Browser, LongMessages, testing::ValuesIn(kLongMessages),
+                         [](const auto& row) { return row.param.Name; });
+
 TEST_F(Pages, ThatShowAMessageDoNotKeepTheWindowOpen) {
     Serve("/", "Home", Script("alert('Honk');"));
     bool isClosed = false;

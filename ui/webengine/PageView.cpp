@@ -2,6 +2,8 @@
 // downloads, no other windows, no permissions, few messages, and nothing is kept on the disk.
 #include "ui/qt/PageView.h"
 
+#include "ui/qt/ShownText.h"
+
 #include <QHostAddress>
 #include <QRegularExpression>
 #include <QWebEngineDownloadRequest>
@@ -57,20 +59,20 @@ protected:
                                   const QString&) override {}
     void javaScriptAlert(const QUrl& origin, const QString& text) override {
         if (MayShowMessage())
-            QWebEnginePage::javaScriptAlert(origin, text.left(kLongestMessage));
+            QWebEnginePage::javaScriptAlert(origin, ShownText(text.left(kLongestMessage)));
     }
     bool javaScriptConfirm(const QUrl& origin, const QString& text) override {
-        const bool isYes = MayShowMessage() &&
-                           QWebEnginePage::javaScriptConfirm(origin, text.left(kLongestMessage));
+        const bool isYes = MayShowMessage() && QWebEnginePage::javaScriptConfirm(
+                                                   origin, ShownText(text.left(kLongestMessage)));
         if (!isYes) // a page that is to be left asks so too, and then stays
             IsAwaited = false;
         return isYes;
     }
     bool javaScriptPrompt(const QUrl& origin, const QString& text, const QString& given,
                           QString* answer) override {
-        return MayShowMessage() &&
-               QWebEnginePage::javaScriptPrompt(origin, text.left(kLongestMessage),
-                                                given.left(kLongestMessage), answer);
+        return MayShowMessage() && QWebEnginePage::javaScriptPrompt(
+                                       origin, ShownTextInLines(text.left(kLongestMessage)),
+                                       given.left(kLongestMessage), answer);
     }
 
 private:
