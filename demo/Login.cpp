@@ -88,6 +88,10 @@ void Greet(const World& world, Player& player) {
         Tell(player, ProseColour, line);
 }
 
+bool IsPasswordTry(const Player& player, std::string_view line) {
+    return player.stage == Stage::Password && !line.empty();
+}
+
 void HandleLogin(World& world, Player& player, std::string_view line) {
     if (player.stage == Stage::Name)
         TakeName(world, player, line);

@@ -179,6 +179,7 @@ void Server::Welcome(QTcpSocket* socket) {
 // Nothing in here waits or lets events run; sockets that close meanwhile only set a flag.
 void Server::Turn() {
     bool isMoreToDo = false;
+    passwordsLeft = MaxPasswordsATurn;
     for (auto& [id, connection] : connections)
         isMoreToDo |= Serve(id, connection);
     RemoveLost();
@@ -195,11 +196,25 @@ bool Server::Serve(int id, Connection& connection) {
     if (connection.lines.empty() && connection.socket->bytesAvailable() > 0)
         Receive(player, connection);
     for (int count = 0; count < MaxLinesATurn && !connection.lines.empty(); ++count) {
+        if (IsPasswordTry(player, connection.lines.front()) && !TakesPasswordOf(id))
+            break;
         const std::string line = std::move(connection.lines.front());
         connection.lines.pop_front();
         HandleLine(world, player, line);
     }
     return !connection.lines.empty() || connection.socket->bytesAvailable() > 0;
+}
+
+// True when it is heard now. Else the player waits in the queue, and behind all others there with
+// the next one.
+bool Server::TakesPasswordOf(int id) {
+    if (std::ranges::find(passwordQueue, id) == passwordQueue.end())
+        passwordQueue.push_back(id);
+    if (passwordsLeft == 0 || passwordQueue.front() != id)
+        return false;
+    --passwordsLeft;
+    passwordQueue.pop_front();
+    return true;
 }
 
 void Server::Receive(Player& player, Connection& connection) {

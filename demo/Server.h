@@ -25,7 +25,8 @@ namespace world {
 inline constexpr std::size_t MaxClients = 300;
 inline constexpr std::int64_t MaxQueue = 256 * 1024; // unsent bytes of one client
 inline constexpr std::int64_t MaxRead = 1024;        // bytes taken from one client a turn
-inline constexpr int MaxLinesATurn = 8; // so that one who floods leaves room for others
+inline constexpr int MaxLinesATurn = 8;     // so that one who floods leaves room for others
+inline constexpr int MaxPasswordsATurn = 1; // of all players: nobody is heard while one is hashed
 
 struct Settings {
     int port = 1234; // 0: any free one up to LastPort (Ports.h)
@@ -72,6 +73,7 @@ private:
     void Welcome(QTcpSocket* socket);
     void Turn();
     bool Serve(int id, Connection& connection);
+    bool TakesPasswordOf(int id);
     void Receive(Player& player, Connection& connection);
     void RemoveLost();
     void Send(int id, Connection& connection);
@@ -83,6 +85,8 @@ private:
     World world;
     std::map<int, Connection> connections; // the ids are those of World::players
     int lastId = 0;
+    std::deque<int> passwordQueue; // those whose next line is a password; they still have it
+    int passwordsLeft = 0;         // this turn
     QTcpServer listener;
     QTimer turnTimer;
     QTimer fightTimer;

@@ -189,6 +189,35 @@ TEST(WorldLogin, ThePasswordIsTakenAsItIsTyped) {
     EXPECT_FALSE(IsPassword(account, "Se cret"));
 }
 
+struct TryCase {
+    const char* name;
+    Stage stage;
+    const char* line;
+    bool isTry;
+};
+
+void PrintTo(const TryCase& row, std::ostream* out) { *out << row.name; }
+
+class WorldPasswordTries : public ::testing::TestWithParam<TryCase> {};
+
+TEST_P(WorldPasswordTries, AreTheLinesThatAreHashed) {
+    Player player;
+    player.stage = GetParam().stage;
+    EXPECT_EQ(IsPasswordTry(player, GetParam().line), GetParam().isTry);
+}
+
+const TryCase kTries[] = {
+    {"AtThePassword", Stage::Password, "secret", true},
+    {"OfBlanks", Stage::Password, "  ", true},
+    {"WithoutAWordNot", Stage::Password, "", false},
+    {"AtTheNameNot", Stage::Name, "ada", false},
+    {"InTheTownNot", Stage::Playing, "look", false},
+    {"AfterTheEndNot", Stage::Gone, "secret", false},
+};
+
+INSTANTIATE_TEST_SUITE_P(All, WorldPasswordTries, ::testing::ValuesIn(kTries),
+                         [](const auto& row) { return std::string(row.param.name); });
+
 TEST(WorldLogin, NewNamesAreHashedInTheRoundsOfTheWorld) {
     Scene scene;
     scene.world.hashRounds = 3;

@@ -315,18 +315,20 @@ TEST_F(WorldServer, OneWhoFloodsAndReadsIsAnsweredToTheLastLine) {
     ASSERT_TRUE(ada.Sees("You say: done"));
 }
 
-// How often "You say: " stands in the message that has most of it; each turn sends one.
-int MostSaidATurn(std::string_view received) {
+// How often the words stand in the message that has most of them; each turn sends one.
+int MostATurn(std::string_view received, std::string_view words) {
     int most = 0;
-    int said = 0;
+    int count = 0;
     for (std::size_t at = 0; at < received.size(); ++at) {
         if (received.substr(at).starts_with("\xff\xf9"))
-            said = 0;
-        else if (received.substr(at).starts_with("You say: "))
-            most = std::max(most, ++said);
+            count = 0;
+        else if (received.substr(at).starts_with(words))
+            most = std::max(most, ++count);
     }
     return most;
 }
+
+int MostSaidATurn(std::string_view received) { return MostATurn(received, "You say: "); }
 
 TEST_F(WorldServer, OneTurnCarriesOutEightLinesOfAPlayer) {
     Visitor ada(Port());
@@ -368,6 +370,53 @@ TEST_F(WorldServer, OneTurnReadsNotAByteMoreThanAKibibyteAndNotAByteLess) {
         ASSERT_TRUE(ada.Sees("You say: done"));
         EXPECT_EQ(MostSaidATurn(ada.received), 4) << length;
     }
+}
+
+using Crowd = std::vector<std::unique_ptr<Mute>>;
+
+// Each has said everything before the first of them is heard.
+Crowd CrowdThatSays(int port, const std::vector<std::string>& words) {
+    Crowd crowd;
+    for (const std::string& each : words) {
+        crowd.push_back(std::make_unique<Mute>(port));
+        EXPECT_TRUE(crowd.back()->Send(each));
+    }
+    return crowd;
+}
+
+TEST_F(WorldServer, OneTurnHearsOnePasswordOfAllAndTheOthersGoOnBetween) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    const Mute talker(Port());
+    ASSERT_TRUE(talker.Send("Tom\rsecret\r"));
+    ASSERT_TRUE(ada.Sees("Tom comes in off the road."));
+    ada.Forget();
+    const Crowd crowd =
+        CrowdThatSays(Port(), {"Bea\rsecret\r", "Cyd\rsecret\r", "Dan\rsecret\r", "Eve\rsecret\r"});
+    std::string talk;
+    for (int i = 0; i < 12 * MaxLinesATurn; ++i)
+        talk += "say x\r";
+    ASSERT_TRUE(talker.Send(talk));
+    ASSERT_TRUE(ada.Sees("Eve comes in"));
+    EXPECT_EQ(MostATurn(ada.received, "comes in off the road."), MaxPasswordsATurn);
+    const std::size_t bea = ada.received.find("Bea comes in");
+    const std::size_t cyd = ada.received.find("Cyd comes in");
+    ASSERT_LT(bea, cyd);
+    EXPECT_TRUE(Contains(ada.received.substr(bea, cyd - bea), "Tom says: x"));
+}
+
+TEST_F(WorldServer, OneWhoTriesAPasswordAgainStandsBehindAllWhoWait) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    const Mute first(Port());
+    ASSERT_TRUE(first.Send("Bea\rsecret\rquit\r"));
+    ASSERT_TRUE(ada.Sees("Bea takes the road out of town."));
+    ada.Forget();
+    const Crowd crowd =
+        CrowdThatSays(Port(), {"Bea\rwrong\rwrong\rsecret\r", "Cyd\rsecret\r", "Dan\rsecret\r"});
+    ASSERT_TRUE(ada.Sees("Bea comes in"));
+    EXPECT_TRUE(Contains(ada.received, "Cyd comes in"));
+    EXPECT_TRUE(Contains(ada.received, "Dan comes in"));
 }
 
 TEST_F(WorldServer, TakesThreeHundredClientsAndTurnsTheNextOneAway) {
