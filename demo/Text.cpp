@@ -37,7 +37,8 @@ std::string Clean(std::string_view typed) {
     std::string clean;
     for (const char c : typed) {
         const bool leadingBlank = c == ' ' && clean.empty();
-        if (IsShown(c) && !leadingBlank && clean.size() < MaxSpeech)
+        const bool secondMark = c == '!' && clean.ends_with('!');
+        if (IsShown(c) && !leadingBlank && !secondMark && clean.size() < MaxSpeech)
             clean += c;
     }
     while (clean.ends_with(' '))

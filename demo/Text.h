@@ -32,7 +32,8 @@ std::string Line(std::string_view colour, std::string_view text);
 std::string Prose(std::string_view colour, std::string_view text, std::size_t width = ProseWidth);
 
 // What a player typed, safe to show to others: no control characters, no byte 255, no blanks at
-// either end, at most MaxSpeech characters.
+// either end, at most MaxSpeech characters, and of exclamation marks in a row the first alone: two
+// begin what makes a client play or stop sounds, and it heeds a stop wherever it stands.
 std::string Clean(std::string_view typed);
 
 // For the front of a sentence: with a capital when it begins in a small letter.

@@ -11,6 +11,7 @@
 #include "fuzz/Input.h"
 
 #include <array>
+#include <sstream>
 
 namespace world {
 namespace {
@@ -75,9 +76,21 @@ void Lose(World& world, Player& player) {
     world.players.erase(player.id);
 }
 
+// What players say and do, in the colours of that; two marks would be a sound's.
+bool HasMarksOfASound(const std::string& lines) {
+    std::istringstream each(lines);
+    for (std::string line; std::getline(each, line);) {
+        const bool isOfPlayers = line.starts_with(SpeechColour) || line.starts_with(PeopleColour);
+        if (isOfPlayers && Contains(line, "!!"))
+            return true;
+    }
+    return false;
+}
+
 // What goes out is lines in their colours, and nothing a player typed is more than text in them.
 void MustBeReadable(const std::string& lines) {
     Must(EveryLineHasItsColour(lines));
+    Must(!HasMarksOfASound(lines));
     Must(std::ranges::none_of(lines, [](char c) {
         const auto byte = static_cast<unsigned char>(c);
         return byte == 0xff || byte == 127 || (byte < 32 && !Contains("\r\n\x1b", {&c, 1}));

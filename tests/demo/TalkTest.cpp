@@ -114,6 +114,18 @@ TEST_P(WorldWaysToTalk, StripWhatCouldSteerAnothersScreen) {
     EXPECT_EQ(heard.rfind('\x1b'), 0U) << "the colour of the line alone";
 }
 
+TEST_P(WorldWaysToTalk, NeitherPlayNorStopASound) {
+    for (const std::string words :
+         {"!!SOUND(Off)!!MUSIC(Off)", "a!!SOUND(bell.wav )", "!\x07!SOUND(Off)"}) {
+        Company company;
+        const std::string echo = company.Type(company.ada, std::string(GetParam()) + ' ' + words);
+        const std::string heard = Scene::Read(company.bob);
+        EXPECT_TRUE(Contains(heard, "!SOUND(")) << heard;
+        EXPECT_FALSE(Contains(heard, "!!")) << heard;
+        EXPECT_FALSE(Contains(echo, "!!")) << "to the speaker neither: " << echo;
+    }
+}
+
 TEST_P(WorldWaysToTalk, AreCutToTwoHundredCharacters) {
     Company company;
     company.Type(company.ada, std::string(GetParam()) + ' ' + std::string(500, 'x'));

@@ -39,6 +39,13 @@ TEST(WorldText, CleanCutsBlanksAtBothEndsAndKeepsThoseBetween) {
     EXPECT_EQ(Clean(" \x1b \t "), "");
 }
 
+TEST(WorldText, CleanKeepsOneOfTheExclamationMarksInARow) {
+    EXPECT_EQ(Clean("Ho!"), "Ho!");
+    EXPECT_EQ(Clean("!!SOUND(Off)!!MUSIC(Off)"), "!SOUND(Off)!MUSIC(Off)");
+    EXPECT_EQ(Clean("Ho!!! Ho! ! Ho!"), "Ho! Ho! ! Ho!");
+    EXPECT_EQ(Clean("!\x07!\xff!"), "!") << "what is left out between does not count";
+}
+
 TEST(WorldText, CleanKeepsTwoHundredCharacters) {
     EXPECT_EQ(Clean(std::string(199, 'x')).size(), 199U);
     EXPECT_EQ(Clean(std::string(200, 'x')).size(), 200U);
