@@ -197,8 +197,15 @@ void Flee(World& world, Player& player) {
     Walk(world, player, ways[static_cast<std::size_t>(world.roll(static_cast<int>(ways.size())))]);
 }
 
-void RingBell(World& world, const Player& player) {
+void RingBell(World& world, Player& player) {
     constexpr Cue cue{Sound::Bell, 90, 60};
+    if (world.rings >= MaxRings) {
+        Tell(player, NoticeColour, "You ring the bell. It is still humming.");
+        TellRoom(world, player.room, player.id, NoticeColour,
+                 player.name + " rings the bell. It is still humming.");
+        return;
+    }
+    ++world.rings;
     for (auto& [id, each] : world.players) {
         if (each.stage != Stage::Playing || each.room != player.room)
             continue;
@@ -238,6 +245,7 @@ void Beat(World& world) {
         LetReturn(world, creature);
     LetThingsMove(world);
     LetWeather(world);
+    world.rings = 0;
 }
 
 } // namespace world

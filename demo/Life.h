@@ -18,7 +18,8 @@ inline constexpr int BeatsBetweenPangs = 2;   // from one "You are hungry." to t
 inline constexpr int BeatsUntilBack = 2;      // that a beaten creature stays away
 inline constexpr int BeatsOfFairWeather = 10; // at least, from one rain or thunder to the next
 inline constexpr int WeatherSides = 4;        // of the dice that decides on each beat after these
-inline constexpr int WeakLife = 6;            // at or below it a player feels weak
+inline constexpr int MaxRings = 8; // of the bell that are heard from one beat to the next
+inline constexpr int WeakLife = 6; // at or below it a player feels weak
 
 // The creature of the room whose name ends in the last word of what it is called, or null.
 Creature* FindCreature(World& world, int room, std::string_view called);
@@ -32,8 +33,9 @@ void MeetCreatures(World& world, Player& player);
 // Runs from a fight by one of the ways out.
 void Flee(World& world, Player& player);
 
-// The player rings the bell of the room, for everyone there to hear.
-void RingBell(World& world, const Player& player);
+// The player rings the bell of the room, for everyone there to hear. Past MaxRings it only hums on:
+// a client plays all that it is asked for, one after another, and nobody there could stop that.
+void RingBell(World& world, Player& player);
 
 bool IsHungry(const Player& player);
 

@@ -73,6 +73,7 @@ struct World {
     std::function<int(int)> roll;    // a number from 0 up to below its argument
     std::string soundRoot; // the address of every sound up to its name; empty while none is served
     int beatsSinceWeather = 0;
+    int rings = 0; // of a bell, since the last beat
 };
 
 // Fills a new world with the creatures and things of a town, which must outlive it. Players point

@@ -204,6 +204,23 @@ TEST(WorldCommands, RingingTheBellIsReadAndHeardByTheRoomAlone) {
     EXPECT_EQ(Scene::Read(atTheGate), "");
 }
 
+TEST(WorldCommands, OfManyWhoRingTheFirstEightAreHeardUntilTheNextBeat) {
+    Scene scene;
+    Player& ada = scene.Join("Ada");
+    Player& bob = scene.Join("Bob");
+    ada.room = bob.room = scene.RoomNamed("ferry");
+    for (int beats = 0; beats < 2; ++beats) {
+        for (int rings = 0; rings < 8; ++rings)
+            EXPECT_TRUE(
+                Contains(scene.Type(rings % 2 == 0 ? ada : bob, "ring"), "!!SOUND(bell.wav "));
+        Scene::Read(bob);
+        EXPECT_EQ(scene.Type(ada, "ring"),
+                  Line(NoticeColour, "You ring the bell. It is still humming."));
+        EXPECT_EQ(Scene::Read(bob), Line(NoticeColour, "Ada rings the bell. It is still humming."));
+        Beat(scene.world);
+    }
+}
+
 TEST(WorldCommands, ABellIsRungByItsNameToo) {
     for (const char* line : {"ring bell", "RING the brass Bell", "ring  bell "}) {
         Scene scene;
