@@ -83,6 +83,7 @@ Server::Server(const Settings& chosen) : settings(chosen) {
     saveTimer.setInterval(kSaveDelay);
     fightTimer.setInterval(settings.round);
     beatTimer.setInterval(settings.beat);
+    paceTimer.setInterval(settings.pace);
     QObject::connect(&listener, &QTcpServer::newConnection, &listener, [this] { Accept(); });
     QObject::connect(&turnTimer, &QTimer::timeout, &listener, [this] { Turn(); });
     QObject::connect(&saveTimer, &QTimer::timeout, &listener, [this] { SaveChangedBook(); });
@@ -94,6 +95,7 @@ Server::Server(const Settings& chosen) : settings(chosen) {
         Beat(world);
         turnTimer.start();
     });
+    QObject::connect(&paceTimer, &QTimer::timeout, &listener, [this] { StepOn(); });
 }
 
 bool Server::Listen() { return ListenAt(listener, settings.port); }
@@ -107,6 +109,8 @@ void Server::OfferSoundsAt(int httpPort) {
 bool Server::FightTimerRuns() const { return fightTimer.isActive(); }
 
 bool Server::BeatTimerRuns() const { return beatTimer.isActive(); }
+
+bool Server::PaceTimerRuns() const { return paceTimer.isActive(); }
 
 void Server::Close() {
     listener.close();
@@ -190,19 +194,30 @@ void Server::Turn() {
         turnTimer.start();
 }
 
-// True when the player has sent more than one turn carries out.
+// What one says is sent to many: without the pace, one who talks on and on could fill the queues of
+// all who hear it, and they would be dropped.
+void Server::StepOn() {
+    for (auto& [id, connection] : connections)
+        connection.linesLeft = std::min(connection.linesLeft + MaxLinesATurn, MaxLinesAhead);
+    turnTimer.start();
+}
+
+// True when the player has sent more than one turn carries out, and need not wait for the pace.
 bool Server::Serve(int id, Connection& connection) {
     Player& player = world.players.at(id);
     if (connection.lines.empty() && connection.socket->bytesAvailable() > 0)
         Receive(player, connection);
-    for (int count = 0; count < MaxLinesATurn && !connection.lines.empty(); ++count) {
+    const int most = std::min(MaxLinesATurn, connection.linesLeft);
+    for (int count = 0; count < most && !connection.lines.empty(); ++count) {
         if (IsPasswordTry(player, connection.lines.front()) && !TakesPasswordOf(id))
             break;
         const std::string line = std::move(connection.lines.front());
         connection.lines.pop_front();
+        --connection.linesLeft;
         HandleLine(world, player, line);
     }
-    return !connection.lines.empty() || connection.socket->bytesAvailable() > 0;
+    return connection.linesLeft > 0 &&
+           (!connection.lines.empty() || connection.socket->bytesAvailable() > 0);
 }
 
 // True when it is heard now. Else the player waits in the queue, and behind all others there with
@@ -267,6 +282,9 @@ void Server::Send(int id, Connection& connection) {
 void Server::SetTimers() {
     SetRunning(fightTimer, AnyoneFights(world));
     SetRunning(beatTimer, AnyonePlays(world));
+    SetRunning(paceTimer, std::ranges::any_of(connections, [](const auto& entry) {
+                   return entry.second.linesLeft < MaxLinesAhead;
+               }));
     if (world.isBookChanged && !saveTimer.isActive())
         saveTimer.start();
 }

@@ -26,14 +26,16 @@ inline constexpr std::size_t MaxClients = 300;
 inline constexpr std::int64_t MaxQueue = 256 * 1024; // unsent bytes of one client
 inline constexpr std::int64_t MaxRead = 1024;        // bytes taken from one client a turn
 inline constexpr int MaxLinesATurn = 8;     // so that one who floods leaves room for others
+inline constexpr int MaxLinesAhead = 64;    // of the pace, so that few of those who play notice it
 inline constexpr int MaxPasswordsATurn = 1; // of all players: nobody is heard while one is hashed
 
 struct Settings {
     int port = 1234; // 0: any free one up to LastPort (Ports.h)
     std::chrono::milliseconds round{1500};
     std::chrono::milliseconds beat{30000};
-    std::function<int(int)> roll; // chance; a number from 0 up to below its argument
-    std::string book;             // the file of the players; empty for none
+    std::function<int(int)> roll;      // chance; a number from 0 up to below its argument
+    std::string book;                  // the file of the players; empty for none
+    std::chrono::milliseconds pace{5}; // in it a player may have MaxLinesATurn more carried out
 };
 
 class Server {
@@ -53,6 +55,7 @@ public:
     // The timers run only while they can change something.
     bool FightTimerRuns() const;
     bool BeatTimerRuns() const;
+    bool PaceTimerRuns() const;
 
     // Says good-bye to everyone, hands what is unsent to the system without waiting for it to
     // arrive, and writes the book.
@@ -63,6 +66,7 @@ private:
         QTcpSocket* socket = nullptr;
         std::deque<std::string> lines; // received, not yet carried out
         std::string negotiation;       // to send
+        int linesLeft = MaxLinesAhead; // to be carried out before the next step of the pace
         bool isLost = false;           // the other end is gone
         bool isLeaving = false;        // its good-bye is sent
         bool atPrompt = true;          // what was sent last ended with one, or nothing was sent
@@ -72,6 +76,7 @@ private:
     void Refuse(QTcpSocket* socket);
     void Welcome(QTcpSocket* socket);
     void Turn();
+    void StepOn();
     bool Serve(int id, Connection& connection);
     bool TakesPasswordOf(int id);
     void Receive(Player& player, Connection& connection);
@@ -91,6 +96,7 @@ private:
     QTimer turnTimer;
     QTimer fightTimer;
     QTimer beatTimer;
+    QTimer paceTimer;
     QTimer saveTimer;
 };
 

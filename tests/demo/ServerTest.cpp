@@ -308,7 +308,7 @@ TEST_F(WorldServer, OneWhoFloodsAndReadsIsAnsweredToTheLastLine) {
     ASSERT_TRUE(ada.LogIn("Ada"));
     ASSERT_TRUE(bob.LogIn("Bob"));
     std::string flood;
-    for (int i = 0; i < 5000; ++i)
+    for (int i = 0; i < 500; ++i)
         flood += "l\r";
     ada.Send(flood + "say done\r");
     ASSERT_TRUE(bob.Type("w", "Bakehouse")) << "others go on meanwhile";
@@ -340,6 +340,37 @@ TEST_F(WorldServer, OneTurnCarriesOutEightLinesOfAPlayer) {
     ada.Send(flood + "say done\r");
     ASSERT_TRUE(ada.Sees("You say: done"));
     EXPECT_EQ(MostSaidATurn(ada.received), MaxLinesATurn);
+}
+
+TEST_F(WorldServer, OneWhoTalksOnAndOnIsHeardAtThePaceAndNobodyElseWaits) {
+    Settings settings = QuickSettings();
+    settings.pace = std::chrono::hours(1);
+    Start(settings);
+    Visitor ada(Port());
+    Visitor bob(Port());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    ASSERT_TRUE(bob.LogIn("Bob"));
+    bob.Forget();
+    std::string talk;
+    for (int i = 0; i < 2 * MaxLinesAhead; ++i)
+        talk += "say " + std::to_string(1000 + i) + '\r';
+    ada.Send(talk);
+    const int nameAndPassword = 2;
+    const int last = 1000 + MaxLinesAhead - nameAndPassword - 1;
+    ASSERT_TRUE(bob.Sees("Ada says: " + std::to_string(last) + "\r\n"));
+    for (int times = 0; times < 20; ++times) {
+        ASSERT_TRUE(bob.Type("score", "Bob: "));
+        EXPECT_FALSE(Contains(bob.received, "Ada says: ")) << bob.received;
+    }
+    EXPECT_TRUE(server->PaceTimerRuns());
+}
+
+TEST_F(WorldServer, ThePaceStandsStillWhileNobodyIsBehindIt) {
+    Visitor ada(Port());
+    ASSERT_TRUE(ada.Sees("By what name"));
+    EXPECT_FALSE(server->PaceTimerRuns());
+    ASSERT_TRUE(ada.LogIn("Ada"));
+    EXPECT_TRUE(WaitFor([this] { return !server->PaceTimerRuns(); }));
 }
 
 TEST_F(WorldServer, OneTurnReadsAKibibyteOfAPlayer) {
