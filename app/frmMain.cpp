@@ -386,7 +386,7 @@ void ShowFrame() {
     frame->show();
     ShowUpdatePrompt(); // it stays in front of the frame
     QTimer::singleShot(0, frame, [] {
-        if (!SavingMode) // told to stop meanwhile
+        if (!SavingMode) // it may have been told to stop meanwhile
             RunHandler("ConnectAsAsked", ConnectAsAsked);
     });
 }

@@ -5,6 +5,8 @@
 #include "ui/qt/EventBoundary.h"
 #include "ui/qt/Text.h"
 
+#include <algorithm>
+
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QGuiApplication>
