@@ -5,7 +5,6 @@
 #include "ui/MessageBox.h"
 
 #include <algorithm>
-#include <cctype>
 #include <limits>
 #include <utility>
 
@@ -26,19 +25,9 @@ std::uint8_t KeyIndex(std::int16_t code) {
 // What is left of a set's name at the last when it is read back, time after time.
 std::string_view LastName(std::string_view name) { return name.substr(name.rfind('=') + 1); }
 
-// As the file systems have it that take "Hunt.mco" and "hunt.mco" for one.
-bool IsOneFile(std::string_view name, std::string_view other) {
-    return std::equal(name.begin(), name.end(), other.begin(), other.end(), [](char a, char b) {
-        return std::tolower(static_cast<unsigned char>(a)) ==
-               std::tolower(static_cast<unsigned char>(b));
-    });
-}
-
-// Also where the client's folder lies on a stick, whose file system takes less.
-bool CanBeAFile(std::string_view name) {
+bool CanBeKept(std::string_view name) {
     return IsFileName(name) && IsFileName(LastName(name)) && !name.starts_with('[') &&
-           name.find("=[") == std::string_view::npos &&
-           name.find_first_of("?*<>\"|") == std::string_view::npos;
+           name.find("=[") == std::string_view::npos;
 }
 
 } // namespace
@@ -99,12 +88,12 @@ bool MayAddMacroSet() {
 bool AddMacroSet(const std::string& name) {
     if (name.empty() || name == " ")
         return false;
-    if (!CanBeAFile(name)) {
+    if (!CanBeKept(name)) {
         ShowMessage("This name can't be the name of a file. Please choose another one.");
         return false;
     }
-    const auto isTaken = [last = LastName(name)](const MacroSet& set) {
-        return IsOneFile(LastName(set.Name), last);
+    const auto isTaken = [&name](const MacroSet& set) {
+        return LastName(set.Name) == LastName(name);
     };
     if (std::any_of(MacroSets.begin(), MacroSets.end(), isTaken)) {
         ShowMessage("There is a macro set of this name already. Please choose another one.");
