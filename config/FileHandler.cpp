@@ -69,11 +69,16 @@ void ClearTheWay(const fs::path& neighbour) {
         fs::remove(neighbour, ignored);
 }
 
-// Returns false when not every byte has reached the disk.
-bool WriteSynced(const fs::path& path, std::string_view contents) {
+// Returns false when not every byte has reached the disk. Who may read the file that it is to
+// replace, if there is one, is the player's choice.
+bool WriteSynced(const fs::path& path, std::string_view contents, const fs::path& replaced) {
     std::FILE* const file = OpenForWriting(path);
     if (file == nullptr)
         return false;
+    std::error_code ignored;
+    const fs::file_status old = fs::status(replaced, ignored);
+    if (fs::is_regular_file(old))
+        fs::permissions(path, old.permissions() | fs::perms::owner_write, ignored);
     bool whole = std::fwrite(contents.data(), 1, contents.size(), file) == contents.size();
     whole = std::fflush(file) == 0 && whole;
     whole = Sync(file) && whole;
@@ -152,10 +157,7 @@ void WriteFile(const std::string& name, std::string_view contents) {
     const fs::path neighbour = fs::path(path) += ".new";
     ClearTheWay(neighbour);
     std::error_code failure;
-    if (WriteSynced(neighbour, contents)) {
-        const fs::file_status old = fs::status(path, failure);
-        if (fs::is_regular_file(old)) // who may read it is the player's choice
-            fs::permissions(neighbour, old.permissions() | fs::perms::owner_write, failure);
+    if (WriteSynced(neighbour, contents, path)) {
 #ifdef _WIN32
         MakeWritable(path); // here a rename does not replace a read-only file
 #endif
