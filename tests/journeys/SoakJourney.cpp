@@ -291,7 +291,7 @@ protected:
 
     static constexpr double kShare = 0.4;
     static constexpr std::size_t kPart = 2; // of the rounds, the smallest that is compared
-    static constexpr std::size_t kFewestRounds = 2 * kPart;
+    static constexpr std::size_t kFewestRounds = 3 * kPart;
 
     // A minute is over before all that is kept is there, of the lines above all.
     double MostMb() const { return IsAtSpeed ? 2 : 20; }
